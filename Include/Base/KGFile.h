@@ -1,0 +1,20 @@
+// KGFile: where the platform's modules live, and file existence.
+#pragma once
+
+#include "Base/PlixUnicodeString.h"
+#include "Base/VlBaseExport.h"
+
+namespace KGC {
+
+class VLBASE_API KGFile {
+public:
+    // A directory ending in "/": the directory set with SetModulePath, else $VLCHART_HOME,
+    // else the directory of the loaded lib<moduleName>.so (empty when none is loaded).
+    static PLIX::PlixUnicodeString GetModulePath(const PLIX::PlixUnicodeString& moduleName);
+    // Process-wide override for hosts and tests; an empty directory removes it.
+    static void SetModulePath(const PLIX::PlixUnicodeString& directory);
+    // True when the path names an existing file or directory.
+    static bool IsExist(const PLIX::PlixUnicodeString& path);
+};
+
+}  // namespace KGC

@@ -1,0 +1,43 @@
+// KGFileStdio: a text file read line by line in large blocks.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "Base/PlixUnicodeString.h"
+#include "Base/VlBaseExport.h"
+
+namespace KGC {
+
+enum KGStreamDirection : int32_t { KGStreamWrite = 1, KGStreamRead = 2 };
+
+class VLBASE_API KGFileStdio {
+public:
+    KGFileStdio() = default;
+    ~KGFileStdio();
+    KGFileStdio(const KGFileStdio&) = delete;
+    KGFileStdio& operator=(const KGFileStdio&) = delete;
+
+    // Opens for reading (direction KGStreamRead); size is the read block size (at least 4 KiB
+    // is used); charset 0 or 1 reads UTF-8 with an optional BOM, invalid bytes becoming U+FFFD.
+    bool Open(const PLIX::PlixUnicodeString& path, int direction, int size, int charset);
+    // One line without its "\n" (a "\r" before it is kept); empty at end of file.
+    PLIX::PlixUnicodeString ReadLine();
+    // True once every byte of the file has been returned (or no file is open).
+    bool IsEOF();
+    void Close();
+    bool IsOpen() const { return m_file != nullptr; }
+
+private:
+    bool Fill();
+
+    FILE* m_file = nullptr;
+    std::string m_buffer;
+    size_t m_pos = 0;
+    size_t m_blockSize = 65536;
+    bool m_fileEnd = true;
+    bool m_firstBlock = true;
+};
+
+}  // namespace KGC
