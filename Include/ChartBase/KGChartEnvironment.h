@@ -1,0 +1,123 @@
+// KGChartEnvironment: keeper of the chart settings file "ChartConfig.xml" beside the base
+// module. Answers which look-up table, colour table and dictionary file serves a style, and
+// edits the file, writing it back after every change.
+#pragma once
+
+#include <memory>
+
+#include "Base/PlixArray.h"
+#include "Base/PlixUnicodeString.h"
+#include "ChartBase/KGChartDisplayTypes.h"
+#include "ChartBase/VlChartBaseExport.h"
+
+namespace KGC {
+
+class KGMarkup;
+
+class VLCHARTBASE_API KGChartEnvironment {
+public:
+    // Reads the settings file at once; a missing file is logged and leaves every query empty.
+    KGChartEnvironment();
+    ~KGChartEnvironment();
+    KGChartEnvironment(const KGChartEnvironment&) = delete;
+    KGChartEnvironment& operator=(const KGChartEnvironment&) = delete;
+
+    // Loads (or reloads) the settings file.
+    bool LoadXML();
+    // The settings file's path: the base module directory followed by "ChartConfig.xml".
+    const PLIX::PlixUnicodeString& GetSettingsPath() const { return m_settingsPath; }
+
+    bool ToDisplayNode();
+    bool ToDictionaryNode();
+    bool ToLookupTableNode(const PLIX::PlixUnicodeString& styleName,
+                           KGChartDisplayStyleType& styleType);
+
+    // symbolType non-zero selects "simplified", zero "paperchart".
+    PLIX::PlixUnicodeString GetPointLookupTable(const PLIX::PlixUnicodeString& styleName,
+                                                unsigned char symbolType);
+    PLIX::PlixUnicodeString GetPointLookupTableAbsolutePath(
+        const PLIX::PlixUnicodeString& styleName, unsigned char symbolType);
+    PLIX::PlixUnicodeString GetLineLookupTable(const PLIX::PlixUnicodeString& styleName);
+    PLIX::PlixUnicodeString GetLineLookupTableAbsolutePath(const PLIX::PlixUnicodeString& styleName);
+    // edgeType non-zero selects "symbolized", zero "plain".
+    PLIX::PlixUnicodeString GetAreaLookupTable(const PLIX::PlixUnicodeString& styleName,
+                                               unsigned char edgeType);
+    PLIX::PlixUnicodeString GetAreaLookupTableAbsolutePath(const PLIX::PlixUnicodeString& styleName,
+                                                           unsigned char edgeType);
+    // A "PaperChart" style has one colour table: every mode gives its "DayBright" table.
+    PLIX::PlixUnicodeString GetColorTable(KGS52ColorMode mode,
+                                          const PLIX::PlixUnicodeString& styleName);
+    PLIX::PlixUnicodeString GetColorTableAbsolutePath(KGS52ColorMode mode,
+                                                      const PLIX::PlixUnicodeString& styleName);
+
+    PLIX::PlixUnicodeString GetDictFile(const PLIX::PlixUnicodeString& elementName);
+
+    PLIX::PlixUnicodeString GetS57ObjectDictFile();
+    PLIX::PlixUnicodeString GetS57ObjectDictFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS57AttributeDictFile();
+    PLIX::PlixUnicodeString GetS57AttributeDictFileAbsolutePath();
+    PLIX::PlixUnicodeString GetAgencyDictFile();
+    PLIX::PlixUnicodeString GetAgencyDictFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS57SpecsObjectDictFile();
+    PLIX::PlixUnicodeString GetS57SpecsObjectDictFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS57SpecsInfoDictFile();
+    PLIX::PlixUnicodeString GetS57SpecsInfoDictFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckInfoDictFile();
+    PLIX::PlixUnicodeString GetS58CheckInfoDictFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckAttributeFile();
+    PLIX::PlixUnicodeString GetS58CheckAttributeFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckAttributesFile();
+    PLIX::PlixUnicodeString GetS58CheckAttributesFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckFeatureFile();
+    PLIX::PlixUnicodeString GetS58CheckFeatureFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckAllFeatureFile();
+    PLIX::PlixUnicodeString GetS58CheckAllFeatureFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckSoundingFile();
+    PLIX::PlixUnicodeString GetS58CheckSoundingFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckFeatureRelationshipFile();
+    PLIX::PlixUnicodeString GetS58CheckFeatureRelationshipFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckMandatoryAttributesFile();
+    PLIX::PlixUnicodeString GetS58CheckMandatoryAttributesFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckMasterSlavesFile();
+    PLIX::PlixUnicodeString GetS58CheckMasterSlavesFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckCollectionsFile();
+    PLIX::PlixUnicodeString GetS58CheckCollectionsFileAbsolutePath();
+    PLIX::PlixUnicodeString GetS58CheckEnumeListAttributesFile();
+    PLIX::PlixUnicodeString GetS58CheckEnumeListAttributesFileAbsolutePath();
+
+    KGChartDisplayStyleType GetStyleType(const PLIX::PlixUnicodeString& styleName);
+    // Appends the non-empty style names in document order; returns how many were appended.
+    int GetStyleNames(PLIX::PlixArray<PLIX::PlixUnicodeString>& names);
+
+    // "./x" or ".\x" becomes the module directory followed by x; a network path ("\\") gets
+    // backslashes only; anything else is returned unchanged.
+    PLIX::PlixUnicodeString GetAbsolutPath(const PLIX::PlixUnicodeString& path);
+    // The form a setter stores: "./" relative inside the module directory, forward slashes.
+    PLIX::PlixUnicodeString ModifyFilePath(const PLIX::PlixUnicodeString& path);
+
+    // Every edit writes the whole settings file back at once.
+    bool SetPointLookupTableFile(const PLIX::PlixUnicodeString& path,
+                                 const PLIX::PlixUnicodeString& styleName,
+                                 unsigned char symbolType);
+    bool SetLineLookupTableFile(const PLIX::PlixUnicodeString& path,
+                                const PLIX::PlixUnicodeString& styleName);
+    bool SetAreaLookupTableFile(const PLIX::PlixUnicodeString& path,
+                                const PLIX::PlixUnicodeString& styleName, unsigned char edgeType);
+    bool SetColorTable(const PLIX::PlixUnicodeString& path,
+                       const PLIX::PlixUnicodeString& styleName, KGS52ColorMode mode);
+    bool ModifyDictFile(const PLIX::PlixUnicodeString& elementName,
+                        const PLIX::PlixUnicodeString& path);
+    bool ModifyS57ObjectDictFile(const PLIX::PlixUnicodeString& path);
+    bool ModifyS57AttributeDictFile(const PLIX::PlixUnicodeString& path);
+    bool ModifyAgencyDictFile(const PLIX::PlixUnicodeString& path);
+    bool ModifyS57SpecsObjectDictFile(const PLIX::PlixUnicodeString& path);
+    bool ModifyS57SpecsInfoDictFile(const PLIX::PlixUnicodeString& path);
+    bool AddNewStyle(const PLIX::PlixUnicodeString& styleName, KGChartDisplayStyleType type);
+    bool RemoveStyle(const PLIX::PlixUnicodeString& styleName);
+
+private:
+    PLIX::PlixUnicodeString m_settingsPath;
+    std::unique_ptr<KGMarkup> m_document;
+};
+
+}  // namespace KGC
