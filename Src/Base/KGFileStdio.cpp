@@ -1,0 +1,117 @@
+#include "Base/KGFileStdio.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "Base/PlixTypes.h"
+
+namespace KGC {
+namespace {
+
+// A line longer than this is cut: the rest up to its line end is skipped, so that a file
+// without line ends cannot make the reader hold it whole.
+constexpr size_t kMaxLineBytes = 16u * 1024 * 1024;
+constexpr size_t kMinBlock = 64u * 1024;
+
+}  // namespace
+
+KGFileStdio::~KGFileStdio() { Close(); }
+
+bool KGFileStdio::Open(const PLIX::PlixUnicodeString& path, int direction, int size, int charset) {
+    Close();
+    if (direction != KGStreamRead) return false;
+    if (charset != PLIX::PLIXCharset::Default && charset != PLIX::PLIXCharset::UTF8) return false;
+    if (path.IsEmpty()) return false;
+    FILE* f = fopen(path.ToUtf8().c_str(), "rb");
+    if (f == nullptr) return false;
+    struct stat st;
+    if (fstat(fileno(f), &st) != 0 || S_ISDIR(st.st_mode)) {
+        fclose(f);
+        return false;
+    }
+    m_file = f;
+    m_blockSize = std::max(kMinBlock, size > 0 ? static_cast<size_t>(size) : 0);
+    m_buffer.clear();
+    m_pos = 0;
+    m_fileEnd = false;
+    m_firstBlock = true;
+    return true;
+}
+
+bool KGFileStdio::Fill() {
+    if (m_file == nullptr || m_fileEnd) return false;
+    if (m_pos > 0) {
+        m_buffer.erase(0, m_pos);
+        m_pos = 0;
+    }
+    size_t old = m_buffer.size();
+    m_buffer.resize(old + m_blockSize);
+    size_t got = fread(&m_buffer[old], 1, m_blockSize, m_file);
+    m_buffer.resize(old + got);
+    if (got < m_blockSize) m_fileEnd = true;
+    if (m_firstBlock && (m_buffer.size() >= 3 || m_fileEnd)) {
+        m_firstBlock = false;
+        if (m_buffer.compare(0, 3, "\xEF\xBB\xBF") == 0) m_pos = 3;
+    }
+    return got > 0;
+}
+
+PLIX::PlixUnicodeString KGFileStdio::ReadLine() {
+    if (m_file == nullptr) return PLIX::PlixUnicodeString();
+    size_t scanned = m_pos;
+    while (true) {
+        const char* start = m_buffer.data() + scanned;
+        const void* nl = memchr(start, '\n', m_buffer.size() - scanned);
+        if (nl != nullptr) {
+            size_t end = static_cast<size_t>(static_cast<const char*>(nl) - m_buffer.data());
+            size_t len = std::min(end - m_pos, kMaxLineBytes);
+            PLIX::PlixUnicodeString line(m_buffer.data() + m_pos, len);
+            m_pos = end + 1;
+            return line;
+        }
+        if (m_buffer.size() - m_pos >= kMaxLineBytes) {
+            // Keep the first part of an overlong line and drop the rest up to its line end.
+            PLIX::PlixUnicodeString line(m_buffer.data() + m_pos, kMaxLineBytes);
+            while (true) {
+                const void* hit = memchr(m_buffer.data() + m_pos, '\n', m_buffer.size() - m_pos);
+                if (hit != nullptr) {
+                    m_pos = static_cast<size_t>(static_cast<const char*>(hit) - m_buffer.data()) + 1;
+                    break;
+                }
+                m_pos = m_buffer.size();
+                if (!Fill()) break;
+            }
+            return line;
+        }
+        if (m_fileEnd) {
+            PLIX::PlixUnicodeString line(m_buffer.data() + m_pos, m_buffer.size() - m_pos);
+            m_pos = m_buffer.size();
+            return line;
+        }
+        size_t before = m_buffer.size() - m_pos;
+        Fill();
+        scanned = m_pos + before;
+        if (m_pos > scanned) scanned = m_pos;  // a byte-order mark was skipped
+    }
+}
+
+bool KGFileStdio::IsEOF() {
+    if (m_file == nullptr) return true;
+    if (m_pos < m_buffer.size()) return false;
+    if (m_fileEnd) return true;
+    Fill();
+    return m_pos >= m_buffer.size() && m_fileEnd;
+}
+
+void KGFileStdio::Close() {
+    if (m_file != nullptr) fclose(m_file);
+    m_file = nullptr;
+    m_buffer.clear();
+    m_buffer.shrink_to_fit();
+    m_pos = 0;
+    m_fileEnd = true;
+}
+
+}  // namespace KGC
