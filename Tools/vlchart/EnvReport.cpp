@@ -76,12 +76,13 @@ int ReportEnvironment(std::ostream& out) {
                "ChartConfig.xml\n";
         return 1;
     }
-    PLIX::PlixArray<PlixUnicodeString> names;
-    int styles = env.GetStyleNames(names);
-    if (styles == 0 && env.GetDictFile(u"S57Object").IsEmpty() && !env.ToDisplayNode()) {
+    // The constructor keeps no result; reading again tells whether the file parses.
+    if (!env.LoadXML()) {
         out << "  cannot be read as a settings file\n";
         return 1;
     }
+    PLIX::PlixArray<PlixUnicodeString> names;
+    int styles = env.GetStyleNames(names);
     Counts counts;
     out << "\nStyles (" << styles << "):\n";
     for (const auto& name : names) ReportStyle(out, counts, env, name);
