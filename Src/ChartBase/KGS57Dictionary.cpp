@@ -1,0 +1,448 @@
+// KGS57Config: the process-wide dictionary registry, its paths, loads and look-ups.
+#include "ChartBase/KGS57Dictionary.h"
+
+#include <algorithm>
+
+#include "ChartBase/KGChartEnvironment.h"
+#include "KGS57DictionaryLog.h"
+
+using PLIX::PlixArray;
+using PLIX::PlixDict;
+using PLIX::PlixUnicodeString;
+
+namespace KGC {
+namespace {
+
+// Bisection over the first count entries by their 16-bit code, widened to int.
+template <typename Record>
+const Record* FindByCode(const PlixArray<Record>& records, int count, int code) {
+    if (count < 1) return nullptr;
+    int low = 0;
+    int high = std::min(count, records.GetSize()) - 1;
+    while (low <= high) {
+        const int middle = (low + high) / 2;
+        const int probe = static_cast<int>(records[middle].code);
+        if (probe == code) return &records[middle];
+        if (probe < code) {
+            low = middle + 1;
+        } else {
+            high = middle - 1;
+        }
+    }
+    return nullptr;
+}
+
+template <typename Record>
+void SortByCode(PlixArray<Record>& records, int count) {
+    const int n = std::min(count, records.GetSize());
+    if (n < 2) return;
+    std::sort(records.begin(), records.begin() + n,
+              [](const Record& a, const Record& b) { return a.code < b.code; });
+}
+
+template <typename Record>
+void RebuildIndex(const PlixArray<Record>& records, int count,
+                  PlixDict<PlixUnicodeString, int32_t>& index) {
+    index.RemoveAll();
+    if (count < 1) return;
+    // Later records win, so a repeated acronym maps to the code of its last record.
+    for (int i = 0; i < count && i < records.GetSize(); ++i)
+        index.SetAt(records[i].acronym, records[i].code);
+}
+
+template <typename Define>
+bool ContainsCode(const PlixArray<Define>& list, int count, int code) {
+    for (int i = 0; i < count && i < list.GetSize(); ++i) {
+        if (static_cast<int>(list[i].code) == code) return true;
+    }
+    return false;
+}
+
+template <typename Define>
+bool ContainsAcronym(const PlixArray<Define>& list, int count, const PlixUnicodeString& acronym) {
+    for (int i = 0; i < count && i < list.GetSize(); ++i) {
+        if (list[i].acronym == acronym) return true;
+    }
+    return false;
+}
+
+template <typename Define>
+bool BisectCode(const PlixArray<Define>& list, int code) {
+    return FindByCode(list, list.GetSize(), code) != nullptr;
+}
+
+bool IndexedCode(const PlixDict<PlixUnicodeString, int32_t>& index,
+                 const PlixUnicodeString& acronym, int& code) {
+    const int32_t* found = index.Find(acronym);
+    if (!found) return false;
+    code = *found;
+    return true;
+}
+
+}  // namespace
+
+// Built while the library loads; a missing settings file or dictionary only logs.
+KGS57Config KGS57Config::s_config;
+
+KGS57Config* KGS57Config::GetInstance() { return &s_config; }
+
+KGS57Config::KGS57Config() { LoadDicts(); }
+
+KGS57Config::~KGS57Config() = default;
+
+// ---- paths ----
+
+// A temporary environment per refresh, so every refresh sees the settings file as it is now.
+void KGS57Config::GetS57ObjectDictFile() {
+    m_objectDictFile = KGChartEnvironment().GetS57ObjectDictFileAbsolutePath();
+}
+
+void KGS57Config::GetS57AttributeDictFile() {
+    m_attributeDictFile = KGChartEnvironment().GetS57AttributeDictFileAbsolutePath();
+}
+
+void KGS57Config::GetS57AgencyDictFile() {
+    m_agencyDictFile = KGChartEnvironment().GetAgencyDictFileAbsolutePath();
+}
+
+void KGS57Config::GetS57SpecsObjectDictFile() {
+    m_specsObjectDictFile = KGChartEnvironment().GetS57SpecsObjectDictFileAbsolutePath();
+}
+
+void KGS57Config::GetS57SpecsInfoDictFile() {
+    m_specsInfoDictFile = KGChartEnvironment().GetS57SpecsInfoDictFileAbsolutePath();
+}
+
+void KGS57Config::GetS58CheckDictFile() {
+    m_s58CheckDictFile = KGChartEnvironment().GetS58CheckInfoDictFileAbsolutePath();
+}
+
+void KGS57Config::initialize() {
+    m_agencyDictFile.Empty();
+    m_objectDictFile.Empty();
+    m_attributeDictFile.Empty();
+    m_specsObjectDictFile.Empty();
+    m_specsInfoDictFile.Empty();
+    GetS57ObjectDictFile();
+    GetS57AttributeDictFile();
+    GetS57AgencyDictFile();
+    GetS57SpecsObjectDictFile();
+    GetS57SpecsInfoDictFile();
+    m_s58Loaded = 0;
+    m_s58CheckDictFile.Empty();
+    GetS58CheckDictFile();
+}
+
+bool KGS57Config::LoadDicts() {
+    initialize();
+    // Deliberately kept: only the last load decides the result; the others just log.
+    LoadAgenciesFile(m_agencyDictFile);
+    LoadS57ObjectsFile(m_objectDictFile);
+    LoadS57AttributesFile(m_attributeDictFile);
+    LoadS57SpecsObjectsFile(m_specsObjectDictFile);
+    return LoadS57SpecsInfosFile(m_specsInfoDictFile);
+}
+
+// ---- loads ----
+
+bool KGS57Config::LoadAgenciesFile(const PlixUnicodeString& path) {
+    if (!m_agencies.LoadXml(path)) {
+        s57dict::LogFailure(u"EAg001", 758);
+        return false;
+    }
+    return true;
+}
+
+bool KGS57Config::ReloadAgenciesFile() {
+    GetS57AgencyDictFile();
+    return LoadAgenciesFile(m_agencyDictFile);
+}
+
+bool KGS57Config::LoadS57ObjectsFile(const PlixUnicodeString& path) {
+    if (!m_objects.LoadXml(path)) {
+        // The acronym index is deliberately left as it was.
+        s57dict::LogFailure(u"EAg001", 773);
+        return false;
+    }
+    SortByCode(m_objects.m_records, m_objects.m_count);
+    objNameToCodeDict();
+    return true;
+}
+
+bool KGS57Config::ReloadS57ObjectsFile() {
+    GetS57ObjectDictFile();
+    return LoadS57ObjectsFile(m_objectDictFile);
+}
+
+bool KGS57Config::LoadS57AttributesFile(const PlixUnicodeString& path) {
+    if (!m_attributes.LoadXml(path)) {
+        // The acronym index is deliberately left as it was.
+        s57dict::LogFailure(u"EAg001", 790);
+        return false;
+    }
+    SortByCode(m_attributes.m_records, m_attributes.m_count);
+    attiNameToCodeDict();
+    return true;
+}
+
+bool KGS57Config::ReloadS57AttributesFile() {
+    GetS57AttributeDictFile();
+    return LoadS57AttributesFile(m_attributeDictFile);
+}
+
+bool KGS57Config::LoadS57SpecsObjectsFile(const PlixUnicodeString& path) {
+    if (!m_specsObjects.LoadXml(path)) {
+        s57dict::LogFailure(u"EAg001", 804);
+        return false;
+    }
+    return true;
+}
+
+bool KGS57Config::ReloadS57SpecsObjectsFile() {
+    GetS57SpecsObjectDictFile();
+    return LoadS57SpecsObjectsFile(m_specsObjectDictFile);
+}
+
+bool KGS57Config::LoadS57SpecsInfosFile(const PlixUnicodeString& path) {
+    if (!m_specsInfos.LoadXml(path)) {
+        s57dict::LogFailure(u"EAg001", 818);
+        return false;
+    }
+    return true;
+}
+
+bool KGS57Config::ReloadS57SpecsInfosFile() {
+    GetS57SpecsInfoDictFile();
+    return LoadS57SpecsInfosFile(m_specsInfoDictFile);
+}
+
+bool KGS57Config::LoadS58CheckDictFile(const PlixUnicodeString& path) {
+    if (!m_s58Infos.LoadXML(path)) {
+        s57dict::LogFailure(u"EAg001", 831);
+        return false;
+    }
+    return true;
+}
+
+// ---- object classes ----
+
+void KGS57Config::objNameToCodeDict() {
+    RebuildIndex(m_objects.m_records, m_objects.m_count, m_objectAcronymIndex);
+}
+
+bool KGS57Config::GetS57Object(int code, KGS57Object& out) const {
+    const KGS57Object* found = FindByCode(m_objects.m_records, m_objects.m_count, code);
+    if (!found) return false;
+    out = *found;
+    return true;
+}
+
+bool KGS57Config::GetS57Object(const PlixUnicodeString& acronym, KGS57Object& out) const {
+    int code = 0;
+    // The record is the one the search by code finds, which for a repeated code need not be
+    // the record the acronym came from.
+    return IndexedCode(m_objectAcronymIndex, acronym, code) && GetS57Object(code, out);
+}
+
+void KGS57Config::GetArrayS57Object(PlixArray<KGS57Object>& out) const {
+    out.Copy(m_objects.m_records);
+}
+
+// ---- attributes ----
+
+void KGS57Config::attiNameToCodeDict() {
+    RebuildIndex(m_attributes.m_records, m_attributes.m_count, m_attributeAcronymIndex);
+}
+
+bool KGS57Config::GetS57Attributes(int code, KGS57Attribute& out) const {
+    const KGS57Attribute* found = FindByCode(m_attributes.m_records, m_attributes.m_count, code);
+    if (!found) return false;
+    out = *found;
+    return true;
+}
+
+bool KGS57Config::GetS57Attributes(const PlixUnicodeString& acronym, KGS57Attribute& out) const {
+    int code = 0;
+    return IndexedCode(m_attributeAcronymIndex, acronym, code) && GetS57Attributes(code, out);
+}
+
+void KGS57Config::GetArrayS57Attribute(PlixArray<KGS57Attribute>& out) const {
+    out.Copy(m_attributes.m_records);
+}
+
+// ---- agencies ----
+
+bool KGS57Config::GetS57Agency(const PlixUnicodeString& token, KGS57Agency& out) const {
+    const int count = std::min(m_agencies.m_count, m_agencies.m_records.GetSize());
+    for (int i = 0; i < count; ++i) {
+        if (m_agencies.m_records[i].token == token) {
+            out = m_agencies.m_records[i];
+            return true;
+        }
+    }
+    return false;
+}
+
+bool KGS57Config::GetS57Agency(int code, KGS57Agency& out) const {
+    const int count = std::min(m_agencies.m_count, m_agencies.m_records.GetSize());
+    for (int i = 0; i < count; ++i) {
+        if (m_agencies.m_records[i].code == code) {
+            out = m_agencies.m_records[i];
+            return true;
+        }
+    }
+    return false;
+}
+
+void KGS57Config::GetArrayAgency(PlixArray<KGS57Agency>& out) const {
+    out.Copy(m_agencies.m_records);
+}
+
+// ---- product specification lists ----
+
+void KGS57Config::GetArrayS57SpecsUnits(PlixArray<KGS57SpecsUnits>& out) const {
+    out.Copy(m_specsInfos.m_units);
+}
+
+void KGS57Config::GetArrayS57SpecsDatums(PlixArray<KGS57SpecsDatums>& out) const {
+    out.Copy(m_specsInfos.m_datums);
+}
+
+bool KGS57Config::IsS57SpecsNationalAttr(int code) const {
+    return ContainsCode(m_specsInfos.m_nationalAttrs, m_specsInfos.m_nationalAttrsCount, code);
+}
+
+bool KGS57Config::IsS57SpecsNationalAttr(const PlixUnicodeString& acronym) const {
+    return ContainsAcronym(m_specsInfos.m_nationalAttrs, m_specsInfos.m_nationalAttrsCount,
+                           acronym);
+}
+
+bool KGS57Config::IsS57SpecsSpatialMetaAttr(int code) const {
+    return ContainsCode(m_specsInfos.m_spatialMetaAttrs, m_specsInfos.m_spatialMetaAttrsCount,
+                        code);
+}
+
+bool KGS57Config::IsS57SpecsSpatialMetaAttr(const PlixUnicodeString& acronym) const {
+    return ContainsAcronym(m_specsInfos.m_spatialMetaAttrs,
+                           m_specsInfos.m_spatialMetaAttrsCount, acronym);
+}
+
+bool KGS57Config::IsS57SpecsGroupOneObject(int code) const {
+    return ContainsCode(m_specsInfos.m_groupOneObjects, m_specsInfos.m_groupOneObjectsCount,
+                        code);
+}
+
+bool KGS57Config::IsS57SpecsGroupOneObject(const PlixUnicodeString& acronym) const {
+    return ContainsAcronym(m_specsInfos.m_groupOneObjects, m_specsInfos.m_groupOneObjectsCount,
+                           acronym);
+}
+
+bool KGS57Config::IsS57SpecsMasterObject(int code) const {
+    return BisectCode(m_specsInfos.m_masterObjects, code);
+}
+
+bool KGS57Config::IsS57SpecsMasterObject(const PlixUnicodeString& acronym) const {
+    int code = 0;
+    // Deliberately kept: master (and slave) acronyms go through the attribute acronym index.
+    return IndexedCode(m_attributeAcronymIndex, acronym, code) && IsS57SpecsMasterObject(code);
+}
+
+bool KGS57Config::IsS57SpecsSlaveObject(int code) const {
+    return BisectCode(m_specsInfos.m_slaveObjects, code);
+}
+
+bool KGS57Config::IsS57SpecsSlaveObject(const PlixUnicodeString& acronym) const {
+    int code = 0;
+    // Deliberately kept: resolved through the attribute acronym index, like the master list.
+    return IndexedCode(m_attributeAcronymIndex, acronym, code) && IsS57SpecsSlaveObject(code);
+}
+
+bool KGS57Config::IsS57SpecsStructObject(int code) const {
+    return BisectCode(m_specsInfos.m_structObjects, code);
+}
+
+bool KGS57Config::IsS57SpecsStructObject(const PlixUnicodeString& acronym) const {
+    int code = 0;
+    return IndexedCode(m_objectAcronymIndex, acronym, code) && IsS57SpecsStructObject(code);
+}
+
+bool KGS57Config::IsS57SpecsEquipmentObject(int code) const {
+    return BisectCode(m_specsInfos.m_equipmentObjects, code);
+}
+
+bool KGS57Config::IsS57SpecsEquipmentObject(const PlixUnicodeString& acronym) const {
+    int code = 0;
+    return IndexedCode(m_objectAcronymIndex, acronym, code) && IsS57SpecsEquipmentObject(code);
+}
+
+void KGS57Config::GetArrayS57SpecsNationalAttr(PlixArray<KGS57SpecsAttributeDefine>& out) const {
+    out.Copy(m_specsInfos.m_nationalAttrs);
+}
+
+void KGS57Config::GetArrS57SpecsSpatialMetaAttrs(
+    PlixArray<KGS57SpecsAttributeDefine>& out) const {
+    out.Copy(m_specsInfos.m_spatialMetaAttrs);
+}
+
+void KGS57Config::GetArrayS57SpecsGroupOneObj(PlixArray<KGS57SpecsObjectDefine>& out) const {
+    out.Copy(m_specsInfos.m_groupOneObjects);
+}
+
+// Deliberately kept: these four append to the caller's array, unlike the getters above.
+void KGS57Config::GetArrS57SpecsMasterObject(PlixArray<KGS57SpecsObjectDefine>& out) const {
+    out.Append(m_specsInfos.m_masterObjects);
+}
+
+void KGS57Config::GetArrS57SpecsSlaveObject(PlixArray<KGS57SpecsObjectDefine>& out) const {
+    out.Append(m_specsInfos.m_slaveObjects);
+}
+
+void KGS57Config::GetArrS57SpecsStructObject(PlixArray<KGS57SpecsObjectDefine>& out) const {
+    out.Append(m_specsInfos.m_structObjects);
+}
+
+void KGS57Config::GetArrS57SpecsEquipmentObject(PlixArray<KGS57SpecsObjectDefine>& out) const {
+    out.Append(m_specsInfos.m_equipmentObjects);
+}
+
+// ---- product specification object rules ----
+
+bool KGS57Config::GetS57SpecsObject(int code, KGS57SpecsObject& out) const {
+    const int count = std::min(m_specsObjects.m_count, m_specsObjects.m_records.GetSize());
+    for (int i = 0; i < count; ++i) {
+        if (static_cast<int>(m_specsObjects.m_records[i].code) == code) {
+            out = m_specsObjects.m_records[i];
+            return true;
+        }
+    }
+    return false;
+}
+
+bool KGS57Config::GetS57SpecsObject(const PlixUnicodeString& acronym,
+                                    KGS57SpecsObject& out) const {
+    const int count = std::min(m_specsObjects.m_count, m_specsObjects.m_records.GetSize());
+    for (int i = 0; i < count; ++i) {
+        if (m_specsObjects.m_records[i].acronym == acronym) {
+            out = m_specsObjects.m_records[i];
+            return true;
+        }
+    }
+    return false;
+}
+
+void KGS57Config::GetArrayS57SpecsObject(PlixArray<KGS57SpecsObject>& out) const {
+    out.Copy(m_specsObjects.m_records);
+}
+
+// ---- S-58 check messages ----
+
+bool KGS57Config::GetS58Info(int id, KGS58Info& out) {
+    if (m_s58Loaded == 0) {
+        // Deliberately kept: marked before loading, so a failed load is tried only once.
+        m_s58Loaded = 1;
+        LoadS58CheckDictFile(m_s58CheckDictFile);
+    }
+    return m_s58Infos.GetS58Info(id, out);
+}
+
+}  // namespace KGC
