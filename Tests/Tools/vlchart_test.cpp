@@ -15,7 +15,7 @@ struct RunResult {
     std::string output;
 };
 
-RunResult Run(const std::string& arguments, const std::string& home = "") {
+RunResult RunTool(const std::string& arguments, const std::string& home = "") {
     std::string command;
     if (!home.empty()) command += "VLCHART_HOME='" + home + "' ";
     command += std::string("'") + VLTEST_VLCHART + "' " + arguments + " 2>/dev/null";
@@ -52,7 +52,7 @@ TEST(VlchartEnv, ReportsStylesTablesAndMarksMissingFiles) {
     vltest::WriteFile(dir.File("ChartConfig.xml"), kSettings);
     vltest::WriteFile(dir.File("pt.dic"), "\n");
 
-    RunResult r = Run("--home '" + dir.Path() + "' env");
+    RunResult r = RunTool("--home '" + dir.Path() + "' env");
     EXPECT_EQ(r.status, 2) << r.output;  // one named file is missing
     EXPECT_NE(r.output.find("Settings file: " + dir.Path() + "ChartConfig.xml"), std::string::npos)
         << r.output;
@@ -64,24 +64,24 @@ TEST(VlchartEnv, ReportsStylesTablesAndMarksMissingFiles) {
     EXPECT_NE(r.output.find("1 missing"), std::string::npos) << r.output;
 
     // VLCHART_HOME works as well as --home.
-    RunResult viaEnv = Run("env", dir.Path());
+    RunResult viaEnv = RunTool("env", dir.Path());
     EXPECT_EQ(viaEnv.output, r.output);
 }
 
 TEST(VlchartEnv, MissingOrBrokenSettingsFileIsAnError) {
     vltest::TempDir dir;
-    RunResult missing = Run("--home '" + dir.Path() + "' env");
+    RunResult missing = RunTool("--home '" + dir.Path() + "' env");
     EXPECT_EQ(missing.status, 1);
     EXPECT_NE(missing.output.find("not found"), std::string::npos) << missing.output;
 
     vltest::WriteFile(dir.File("ChartConfig.xml"), "<VeltrinChart><Elec");
-    RunResult broken = Run("--home '" + dir.Path() + "' env");
+    RunResult broken = RunTool("--home '" + dir.Path() + "' env");
     EXPECT_EQ(broken.status, 1);
     EXPECT_NE(broken.output.find("cannot be read"), std::string::npos) << broken.output;
 }
 
 TEST(VlchartEnv, DefaultEnvironmentIsComplete) {
-    RunResult r = Run("env", vltest::DefaultDataDir());
+    RunResult r = RunTool("env", vltest::DefaultDataDir());
     EXPECT_EQ(r.status, 0) << r.output;
     EXPECT_NE(r.output.find("Standard  (ENC)"), std::string::npos) << r.output;
     EXPECT_NE(r.output.find("Paper  (PaperChart)"), std::string::npos) << r.output;
@@ -89,9 +89,9 @@ TEST(VlchartEnv, DefaultEnvironmentIsComplete) {
 }
 
 TEST(VlchartUsage, UnknownCommandFailsWithUsage) {
-    RunResult r = Run("frobnicate");
+    RunResult r = RunTool("frobnicate");
     EXPECT_NE(r.status, 0);
-    RunResult none = Run("");
+    RunResult none = RunTool("");
     EXPECT_NE(none.status, 0);
 }
 
