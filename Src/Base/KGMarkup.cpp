@@ -1,0 +1,735 @@
+// KGMarkup: the markup cursor over a pugixml document, with encoding detection on the way in,
+// the document's own encoding on the way out, and atomic saves.
+#include "Base/KGMarkup.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
+
+#include "KGTextEncoding.h"
+
+namespace KGC {
+
+using PLIX::PlixUnicodeString;
+
+namespace {
+
+// Declarations, comments and processing instructions are kept so that a settings file edited
+// by hand keeps them through a save; DOCTYPE is parsed only so that it can be refused.
+constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_declaration |
+                                   pugi::parse_comments | pugi::parse_pi | pugi::parse_doctype |
+                                   pugi::parse_ws_pcdata_single;
+constexpr unsigned kFormat = pugi::format_indent | pugi::format_no_declaration;
+constexpr char kIndent[] = "  ";
+
+bool IsElement(const pugi::xml_node& n) {
+    return n.type() == pugi::node_element;
+}
+bool IsText(const pugi::xml_node& n) {
+    return n.type() == pugi::node_pcdata || n.type() == pugi::node_cdata;
+}
+
+// The first element at or after n with that name (any name when empty).
+pugi::xml_node NextElement(pugi::xml_node n, const std::string& name) {
+    for (; n; n = n.next_sibling()) {
+        if (IsElement(n) && (name.empty() || name == n.name())) return n;
+    }
+    return n;
+}
+
+pugi::xml_node PreviousElement(pugi::xml_node n) {
+    for (n = n.previous_sibling(); n && !IsElement(n); n = n.previous_sibling()) {
+    }
+    return n;
+}
+
+bool HasChildElement(const pugi::xml_node& n) {
+    return static_cast<bool>(NextElement(n.first_child(), std::string()));
+}
+
+// Elements from the root down to n, n included.
+int Depth(pugi::xml_node n) {
+    int depth = 0;
+    for (; n && IsElement(n); n = n.parent()) ++depth;
+    return depth;
+}
+
+// XML names: letters, '_' and ':' first, then also digits, '-' and '.'; every non-ASCII
+// character is accepted rather than carrying the full Unicode name tables.
+bool IsValidName(const std::string& name) {
+    if (name.empty()) return false;
+    for (size_t i = 0; i < name.size(); ++i) {
+        const auto c = static_cast<unsigned char>(name[i]);
+        const unsigned lower = c | 0x20u;
+        if ((lower >= 'a' && lower <= 'z') || c == '_' || c == ':' || c >= 0x80) continue;
+        if (i > 0 && ((c >= '0' && c <= '9') || c == '-' || c == '.')) continue;
+        return false;
+    }
+    return true;
+}
+
+PlixUnicodeString TextOf(const pugi::xml_node& n) {
+    std::string text;
+    for (pugi::xml_node c = n.first_child(); c; c = c.next_sibling()) {
+        if (IsText(c)) text += c.value();
+    }
+    return PlixUnicodeString(text);
+}
+
+// Replaces the text of an element that holds no elements; comments inside it stay.
+bool SetTextOf(pugi::xml_node n, const std::string& text) {
+    if (!n || HasChildElement(n)) return false;
+    pugi::xml_node first;
+    for (pugi::xml_node c = n.first_child(); c && !first; c = c.next_sibling()) {
+        if (IsText(c)) first = c;
+    }
+    pugi::xml_node added;
+    if (!text.empty()) {
+        added = first ? n.insert_child_before(pugi::node_pcdata, first)
+                      : n.append_child(pugi::node_pcdata);
+        if (!added || !added.set_value(text.c_str())) return false;
+    }
+    for (pugi::xml_node c = n.first_child(); c;) {
+        pugi::xml_node next = c.next_sibling();
+        if (c != added && IsText(c)) n.remove_child(c);
+        c = next;
+    }
+    return true;
+}
+
+bool SetAttribOn(pugi::xml_node n, const PlixUnicodeString& name, const std::string& value) {
+    if (!n) return false;
+    const std::string key = name.ToUtf8();
+    if (!IsValidName(key)) return false;
+    pugi::xml_attribute a = n.attribute(key.c_str());
+    if (!a) a = n.append_attribute(key.c_str());
+    return a && a.set_value(value.c_str());
+}
+
+// Iterative on purpose: a recursive walk is exactly what a deeply nested document attacks.
+bool DeeperThan(const pugi::xml_node& top, int limit) {
+    pugi::xml_node n = top.first_child();
+    int depth = 1;
+    while (n) {
+        if (depth > limit && IsElement(n)) return true;
+        if (pugi::xml_node down = n.first_child()) {
+            n = down;
+            ++depth;
+            continue;
+        }
+        while (!n.next_sibling()) {
+            n = n.parent();
+            --depth;
+            if (n == top) return false;
+        }
+        n = n.next_sibling();
+    }
+    return false;
+}
+
+// Why a parsed document is refused; empty when it is acceptable.
+std::string StructureProblem(const pugi::xml_document& doc) {
+    int roots = 0;
+    for (pugi::xml_node n = doc.first_child(); n; n = n.next_sibling()) {
+        if (n.type() == pugi::node_doctype) return "DOCTYPE declarations are not accepted";
+        if (IsElement(n)) ++roots;
+    }
+    if (roots == 0) return "no root element";
+    if (roots > 1) return "more than one root element";
+    if (DeeperThan(doc, KGMarkup::MaxDepth)) {
+        return "elements nested deeper than " + std::to_string(KGMarkup::MaxDepth);
+    }
+    return std::string();
+}
+
+bool HasDeclaration(const pugi::xml_document& doc) {
+    for (pugi::xml_node n = doc.first_child(); n; n = n.next_sibling()) {
+        if (n.type() == pugi::node_declaration) return true;
+    }
+    return false;
+}
+
+class StringWriter : public pugi::xml_writer {
+public:
+    explicit StringWriter(std::string& out) : m_out(out) {}
+    void write(const void* data, size_t size) override {
+        m_out.append(static_cast<const char*>(data), size);
+    }
+
+private:
+    std::string& m_out;
+};
+
+// A buffer from pugixml's allocator, so that the document can parse it in place and own it.
+struct PugiFree {
+    void operator()(char* p) const { pugi::get_memory_deallocation_function()(p); }
+};
+using PugiBuffer = std::unique_ptr<char, PugiFree>;
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int fd) : m_fd(fd) {}
+    ~FileDescriptor() { Close(); }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    int Get() const { return m_fd; }
+    bool Close() {
+        if (m_fd < 0) return true;
+        int rc = ::close(m_fd);
+        m_fd = -1;
+        return rc == 0;
+    }
+
+private:
+    int m_fd;
+};
+
+std::string SystemError(const std::string& what) {
+    return what + ": " + std::strerror(errno);
+}
+
+mode_t CurrentUmask() {
+    // umask() can only be read by changing it, which races with other threads; the kernel
+    // reports it in /proc instead.
+    mode_t mask = 022;
+    if (FILE* f = std::fopen("/proc/self/status", "re")) {
+        char line[256];
+        while (std::fgets(line, sizeof line, f) != nullptr) {
+            unsigned value = 0;
+            if (std::sscanf(line, "Umask: %o", &value) == 1) {
+                mask = static_cast<mode_t>(value);
+                break;
+            }
+        }
+        std::fclose(f);
+    }
+    return mask;
+}
+
+bool WriteAll(int fd, const std::string& bytes) {
+    size_t done = 0;
+    while (done < bytes.size()) {
+        ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            return false;
+        }
+        done += static_cast<size_t>(n);
+    }
+    return true;
+}
+
+// Writes a temporary file beside the target and renames it over the target, so that readers
+// see either the old file or the new one, never a part of either.
+bool WriteAtomically(const std::string& path, const std::string& bytes, std::string& error) {
+    std::string target = path;
+    struct stat st {};
+    // Saving through a symbolic link replaces the file it points to, not the link.
+    if (::lstat(path.c_str(), &st) == 0 && S_ISLNK(st.st_mode)) {
+        if (char* real = ::realpath(path.c_str(), nullptr)) {
+            target = real;
+            std::free(real);
+        }
+    }
+    const bool exists = ::stat(target.c_str(), &st) == 0;
+    if (exists && !S_ISREG(st.st_mode)) {
+        error = target + " is not a regular file";
+        return false;
+    }
+    const mode_t mode = exists ? (st.st_mode & 07777) : (0666 & ~CurrentUmask());
+
+    const size_t slash = target.rfind('/');
+    const std::string dir =
+        slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
+    const std::string base = slash == std::string::npos ? target : target.substr(slash + 1);
+    std::string tmpl = dir + "." + base + ".XXXXXX";
+    std::vector<char> name(tmpl.begin(), tmpl.end());
+    name.push_back('\0');
+    FileDescriptor fd(::mkostemp(name.data(), O_CLOEXEC));
+    if (fd.Get() < 0) {
+        error = SystemError("cannot create a temporary file beside " + target);
+        return false;
+    }
+    bool ok = false;
+    if (!WriteAll(fd.Get(), bytes)) {
+        error = SystemError("cannot write " + target);
+    } else if (::fchmod(fd.Get(), mode) != 0) {
+        error = SystemError("cannot set the permissions of " + target);
+    } else if (::fsync(fd.Get()) != 0) {
+        error = SystemError("cannot flush " + target);
+    } else {
+        // Keeping the owner only works with the privilege to do so; without it the new file
+        // belongs to the writer, as any rewritten file would.
+        if (exists && (st.st_uid != ::geteuid() || st.st_gid != ::getegid())) {
+            if (::fchown(fd.Get(), st.st_uid, st.st_gid) != 0) {
+            }
+        }
+        if (!fd.Close()) {
+            error = SystemError("cannot write " + target);
+        } else if (::rename(name.data(), target.c_str()) != 0) {
+            error = SystemError("cannot replace " + target);
+        } else {
+            ok = true;
+        }
+    }
+    if (!ok) {
+        fd.Close();
+        ::unlink(name.data());
+        return false;
+    }
+    // The rename itself is made durable by syncing the directory; a failure here cannot undo
+    // a save that has already happened, so it is not reported.
+    FileDescriptor dirFd(
+        ::open(dir.empty() ? "." : dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (dirFd.Get() >= 0) ::fsync(dirFd.Get());
+    return true;
+}
+
+}  // namespace
+
+struct KGMarkup::Private {
+    pugi::xml_document doc;
+    pugi::xml_node parent;
+    pugi::xml_node main;
+    pugi::xml_node child;
+    bool wellFormed = true;
+    std::string error;
+    TextEncoding::Encoding encoding;
+
+    Private() : parent(doc) {}
+
+    // A moved-from cursor comes back to life as an empty document.
+    static Private& Of(std::unique_ptr<Private>& d) {
+        if (!d) d = std::make_unique<Private>();
+        return *d;
+    }
+
+    void ResetPos() {
+        parent = doc;
+        main = pugi::xml_node();
+        child = pugi::xml_node();
+    }
+
+    void Clear() {
+        doc.reset();
+        ResetPos();
+        encoding = TextEncoding::Encoding();
+        wellFormed = true;
+        error.clear();
+    }
+
+    bool Fail(std::string reason) {
+        Clear();
+        wellFormed = false;
+        error = std::move(reason);
+        return false;
+    }
+
+    bool Finish(const pugi::xml_parse_result& result, const TextEncoding::Encoding& enc) {
+        if (!result) {
+            return Fail(std::string(result.description()) + " at offset " +
+                        std::to_string(result.offset));
+        }
+        std::string problem = StructureProblem(doc);
+        if (!problem.empty()) return Fail(std::move(problem));
+        encoding = enc;
+        return true;
+    }
+
+    // XML has no NUL character, and pugixml would silently stop reading at one.
+    bool HasNul(const char* data, size_t size) {
+        if (const void* nul = std::memchr(data, 0, size)) {
+            Fail("NUL character at offset " + std::to_string(static_cast<const char*>(nul) - data));
+            return true;
+        }
+        return false;
+    }
+
+    bool ParseOwned(PugiBuffer buffer, size_t size, const TextEncoding::Encoding& enc) {
+        if (HasNul(buffer.get(), size)) return false;
+        return Finish(
+            doc.load_buffer_inplace_own(buffer.release(), size, kParseOptions, pugi::encoding_utf8),
+            enc);
+    }
+
+    bool ParseCopy(const std::string& utf8, const TextEncoding::Encoding& enc) {
+        if (HasNul(utf8.data(), utf8.size())) return false;
+        return Finish(doc.load_buffer(utf8.data(), utf8.size(), kParseOptions, pugi::encoding_utf8),
+                      enc);
+    }
+};
+
+KGMarkup::KGMarkup() : d(std::make_unique<Private>()) {}
+
+KGMarkup::KGMarkup(const PlixUnicodeString& text) : KGMarkup() {
+    SetDoc(text);
+}
+
+KGMarkup::~KGMarkup() = default;
+KGMarkup::KGMarkup(KGMarkup&&) noexcept = default;
+KGMarkup& KGMarkup::operator=(KGMarkup&&) noexcept = default;
+
+bool KGMarkup::Load(const PlixUnicodeString& path) {
+    try {
+        Private& p = Private::Of(d);
+        p.Clear();
+        const std::string file = path.ToUtf8();
+        FileDescriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+        if (fd.Get() < 0) return p.Fail(SystemError("cannot open " + file));
+        struct stat st {};
+        if (::fstat(fd.Get(), &st) != 0) return p.Fail(SystemError("cannot read " + file));
+        if (!S_ISREG(st.st_mode)) return p.Fail(file + " is not a regular file");
+        if (st.st_size > MaxFileSize) {
+            return p.Fail(file + " is larger than " + std::to_string(MaxFileSize) + " bytes");
+        }
+        size_t size = static_cast<size_t>(st.st_size);
+        PugiBuffer buffer(static_cast<char*>(pugi::get_memory_allocation_function()(size + 1)));
+        if (!buffer) return p.Fail("out of memory");
+        size_t got = 0;
+        while (got < size) {
+            ssize_t n = ::read(fd.Get(), buffer.get() + got, size - got);
+            if (n < 0 && errno == EINTR) continue;
+            if (n < 0) return p.Fail(SystemError("cannot read " + file));
+            if (n == 0) break;  // the file shrank meanwhile; parse what is there
+            got += static_cast<size_t>(n);
+        }
+        fd.Close();
+
+        TextEncoding::Encoding enc;
+        size_t bomLength = 0;
+        std::string error;
+        if (!TextEncoding::Detect(buffer.get(), got, enc, bomLength, error)) {
+            return p.Fail(std::move(error));
+        }
+        if (enc.form == TextEncoding::Form::Utf8) {
+            if (bomLength > 0)
+                std::memmove(buffer.get(), buffer.get() + bomLength, got - bomLength);
+            return p.ParseOwned(std::move(buffer), got - bomLength, enc);
+        }
+        std::string utf8;
+        if (!TextEncoding::Decode(buffer.get() + bomLength, got - bomLength, enc, utf8, error)) {
+            return p.Fail(std::move(error));
+        }
+        buffer.reset();
+        return p.ParseCopy(utf8, enc);
+    } catch (...) {
+        if (d) d->Fail("out of memory");
+        return false;
+    }
+}
+
+bool KGMarkup::Save(const PlixUnicodeString& path) {
+    try {
+        Private& p = Private::Of(d);
+        p.error.clear();
+        // Refused so that a settings file that failed to load is never overwritten by nothing.
+        if (!NextElement(p.doc.first_child(), std::string())) {
+            p.error = "the document has no root element";
+            return false;
+        }
+        std::string text;
+        if (!HasDeclaration(p.doc)) {
+            text = "<?xml version=\"1.0\" encoding=\"" + TextEncoding::DeclarationName(p.encoding) +
+                   "\"?>\n";
+        }
+        StringWriter writer(text);
+        p.doc.save(writer, kIndent, kFormat, pugi::encoding_utf8);
+        std::string bytes;
+        std::string error;
+        if (!TextEncoding::Encode(text, p.encoding, bytes, error) ||
+            !WriteAtomically(path.ToUtf8(), bytes, error)) {
+            p.error = std::move(error);
+            return false;
+        }
+        return true;
+    } catch (...) {
+        if (d) d->error = "out of memory";
+        return false;
+    }
+}
+
+bool KGMarkup::SetDoc(const PlixUnicodeString& text) {
+    try {
+        Private& p = Private::Of(d);
+        p.Clear();
+        if (text.IsEmpty()) return true;
+        std::string utf8 = text.ToUtf8();
+        if (static_cast<long long>(utf8.size()) > MaxFileSize) {
+            return p.Fail("the document is larger than " + std::to_string(MaxFileSize) + " bytes");
+        }
+        const bool bom = utf8.compare(0, 3, "\xEF\xBB\xBF") == 0;
+        if (bom) utf8.erase(0, 3);
+        TextEncoding::Encoding enc;
+        std::string error;
+        if (!TextEncoding::EncodingOfText(utf8.data(), utf8.size(), enc, error)) {
+            return p.Fail(std::move(error));
+        }
+        if (enc.form == TextEncoding::Form::Utf8) enc.bom = bom;
+        return p.ParseCopy(utf8, enc);
+    } catch (...) {
+        if (d) d->Fail("out of memory");
+        return false;
+    }
+}
+
+PlixUnicodeString KGMarkup::GetDoc() const {
+    try {
+        if (!d) return PlixUnicodeString();
+        std::string text;
+        StringWriter writer(text);
+        d->doc.save(writer, kIndent, kFormat, pugi::encoding_utf8);
+        return PlixUnicodeString(text);
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+bool KGMarkup::IsWellFormed() const {
+    return !d || d->wellFormed;
+}
+
+PlixUnicodeString KGMarkup::GetError() const {
+    try {
+        return d ? PlixUnicodeString(d->error) : PlixUnicodeString();
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+std::string KGMarkup::GetEncoding() const {
+    try {
+        return d ? d->encoding.name : std::string("UTF-8");
+    } catch (...) {
+        return std::string();
+    }
+}
+
+bool KGMarkup::FindElem(const PlixUnicodeString& name) {
+    try {
+        if (!d) return false;
+        Private& p = *d;
+        pugi::xml_node from = p.main ? p.main.next_sibling() : p.parent.first_child();
+        pugi::xml_node found = NextElement(from, name.ToUtf8());
+        if (!found) return false;
+        p.main = found;
+        p.child = pugi::xml_node();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::FindChildElem(const PlixUnicodeString& name) {
+    try {
+        if (!d || !d->main) return false;
+        Private& p = *d;
+        pugi::xml_node from = p.child ? p.child.next_sibling() : p.main.first_child();
+        pugi::xml_node found = NextElement(from, name.ToUtf8());
+        if (!found) return false;
+        p.child = found;
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::IntoElem() {
+    if (!d || !d->main) return false;
+    d->parent = d->main;
+    d->main = d->child;
+    d->child = pugi::xml_node();
+    return true;
+}
+
+bool KGMarkup::OutOfElem() {
+    if (!d || !IsElement(d->parent)) return false;
+    d->child = d->main;
+    d->main = d->parent;
+    d->parent = d->parent.parent();
+    return true;
+}
+
+void KGMarkup::ResetPos() {
+    if (d) d->ResetPos();
+}
+
+void KGMarkup::ResetMainPos() {
+    if (!d) return;
+    d->main = pugi::xml_node();
+    d->child = pugi::xml_node();
+}
+
+void KGMarkup::ResetChildPos() {
+    if (d) d->child = pugi::xml_node();
+}
+
+PlixUnicodeString KGMarkup::GetTagName() const {
+    try {
+        return d ? PlixUnicodeString(d->main.name()) : PlixUnicodeString();
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+PlixUnicodeString KGMarkup::GetChildTagName() const {
+    try {
+        return d ? PlixUnicodeString(d->child.name()) : PlixUnicodeString();
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+PlixUnicodeString KGMarkup::GetData() const {
+    try {
+        return d ? TextOf(d->main) : PlixUnicodeString();
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+PlixUnicodeString KGMarkup::GetChildData() const {
+    try {
+        return d ? TextOf(d->child) : PlixUnicodeString();
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+PlixUnicodeString KGMarkup::GetAttrib(const PlixUnicodeString& name) const {
+    try {
+        if (!d || !d->main) return PlixUnicodeString();
+        return PlixUnicodeString(d->main.attribute(name.ToUtf8().c_str()).value());
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+PlixUnicodeString KGMarkup::GetChildAttrib(const PlixUnicodeString& name) const {
+    try {
+        if (!d || !d->child) return PlixUnicodeString();
+        return PlixUnicodeString(d->child.attribute(name.ToUtf8().c_str()).value());
+    } catch (...) {
+        return PlixUnicodeString();
+    }
+}
+
+bool KGMarkup::AddElem(const PlixUnicodeString& name, const PlixUnicodeString& data) {
+    try {
+        Private& p = Private::Of(d);
+        const std::string tag = name.ToUtf8();
+        if (!IsValidName(tag)) return false;
+        if (p.parent.type() == pugi::node_document) {
+            if (NextElement(p.parent.first_child(), std::string())) return false;
+        } else if (Depth(p.parent) >= MaxDepth) {
+            // Kept within the depth Load accepts, so that whatever is saved can be read back.
+            return false;
+        }
+        pugi::xml_node n = p.main ? p.parent.insert_child_after(pugi::node_element, p.main)
+                                  : p.parent.append_child(pugi::node_element);
+        if (!n) return false;
+        if (!n.set_name(tag.c_str()) || !SetTextOf(n, data.ToUtf8())) {
+            p.parent.remove_child(n);
+            return false;
+        }
+        p.main = n;
+        p.child = pugi::xml_node();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::AddChildElem(const PlixUnicodeString& name, const PlixUnicodeString& data) {
+    try {
+        if (!d || !d->main) return false;
+        Private& p = *d;
+        const std::string tag = name.ToUtf8();
+        if (!IsValidName(tag) || Depth(p.main) >= MaxDepth) return false;
+        pugi::xml_node n = p.child ? p.main.insert_child_after(pugi::node_element, p.child)
+                                   : p.main.append_child(pugi::node_element);
+        if (!n) return false;
+        if (!n.set_name(tag.c_str()) || !SetTextOf(n, data.ToUtf8())) {
+            p.main.remove_child(n);
+            return false;
+        }
+        p.child = n;
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::SetAttrib(const PlixUnicodeString& name, const PlixUnicodeString& value) {
+    try {
+        return d && SetAttribOn(d->main, name, value.ToUtf8());
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::SetAttrib(const PlixUnicodeString& name, int value) {
+    try {
+        return d && SetAttribOn(d->main, name, std::to_string(value));
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::SetChildAttrib(const PlixUnicodeString& name, const PlixUnicodeString& value) {
+    try {
+        return d && SetAttribOn(d->child, name, value.ToUtf8());
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::SetChildAttrib(const PlixUnicodeString& name, int value) {
+    try {
+        return d && SetAttribOn(d->child, name, std::to_string(value));
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::SetData(const PlixUnicodeString& text) {
+    try {
+        return d && SetTextOf(d->main, text.ToUtf8());
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::SetChildData(const PlixUnicodeString& text) {
+    try {
+        return d && SetTextOf(d->child, text.ToUtf8());
+    } catch (...) {
+        return false;
+    }
+}
+
+bool KGMarkup::RemoveElem() {
+    if (!d || !d->main) return false;
+    pugi::xml_node previous = PreviousElement(d->main);
+    if (!d->parent.remove_child(d->main)) return false;
+    d->main = previous;
+    d->child = pugi::xml_node();
+    return true;
+}
+
+bool KGMarkup::RemoveChildElem() {
+    if (!d || !d->main || !d->child) return false;
+    pugi::xml_node previous = PreviousElement(d->child);
+    if (!d->main.remove_child(d->child)) return false;
+    d->child = previous;
+    return true;
+}
+
+}  // namespace KGC

@@ -1,0 +1,288 @@
+// Byte encodings of XML documents: byte order marks and UTF-16 are handled here, every
+// other named encoding goes through glibc's iconv.
+#include "KGTextEncoding.h"
+
+#include <iconv.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "Base/PlixUnicodeString.h"
+
+namespace KGC {
+namespace TextEncoding {
+namespace {
+
+// Upper case without '-' and '_', so "utf-8", "UTF8" and "Utf_8" compare equal.
+std::string Canonical(const std::string& name) {
+    std::string out;
+    for (char c : name) {
+        if (c == '-' || c == '_') continue;
+        out.push_back((c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c);
+    }
+    return out;
+}
+
+bool IsUtf8Name(const std::string& name) {
+    std::string c = Canonical(name);
+    return c.empty() || c == "UTF8";
+}
+
+bool IsUtf16Name(const std::string& name) {
+    std::string c = Canonical(name);
+    return c == "UTF16" || c == "UTF16LE" || c == "UTF16BE" || c == "UCS2";
+}
+
+class Converter {
+public:
+    Converter(const char* to, const char* from) : m_cd(iconv_open(to, from)) {}
+    ~Converter() {
+        if (IsOpen()) iconv_close(m_cd);
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+    bool IsOpen() const { return m_cd != reinterpret_cast<iconv_t>(-1); }
+
+    // Converts [in, in + size) and appends to out. Stops at the first byte sequence that
+    // cannot be converted: returns false with its offset in failedAt (size when the input
+    // ends inside a sequence).
+    bool Append(const char* in, size_t size, std::string& out, size_t& failedAt) {
+        char* src = const_cast<char*>(in);
+        size_t srcLeft = size;
+        size_t used = out.size();
+        out.resize(used + size * 2 + 16);
+        for (;;) {
+            char* dst = &out[used];
+            size_t dstLeft = out.size() - used;
+            size_t rc = iconv(m_cd, &src, &srcLeft, &dst, &dstLeft);
+            used = out.size() - dstLeft;
+            if (rc != static_cast<size_t>(-1)) {
+                // Flush the shift state of stateful encodings.
+                rc = iconv(m_cd, nullptr, nullptr, &dst, &dstLeft);
+                if (rc == static_cast<size_t>(-1) && errno == E2BIG) {
+                    out.resize(out.size() + 16);
+                    continue;
+                }
+                out.resize(out.size() - dstLeft);
+                return true;
+            }
+            if (errno == E2BIG) {
+                out.resize(out.size() * 2);
+                continue;
+            }
+            out.resize(used);
+            failedAt = errno == EINVAL ? size : static_cast<size_t>(src - in);
+            return false;
+        }
+    }
+
+private:
+    iconv_t m_cd;
+};
+
+// The code point of the UTF-8 sequence at s, and its length; U+FFFD and 1 for a bad byte.
+char32_t DecodeOne(const unsigned char* s, size_t left, size_t& length) {
+    length = 1;
+    unsigned char c = s[0];
+    int extra = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
+    if (extra == 0 || static_cast<size_t>(extra) >= left) return 0xFFFD;
+    char32_t cp = c & (0x3F >> extra);
+    for (int i = 1; i <= extra; ++i) {
+        if ((s[i] & 0xC0) != 0x80) return 0xFFFD;
+        cp = (cp << 6) | (s[i] & 0x3F);
+    }
+    length = static_cast<size_t>(extra) + 1;
+    return cp;
+}
+
+bool IsKnownToIconv(const std::string& name) {
+    Converter in("UTF-8", name.c_str());
+    Converter out(name.c_str(), "UTF-8");
+    return in.IsOpen() && out.IsOpen();
+}
+
+bool FromName(const std::string& declared, Encoding& encoding, std::string& error) {
+    encoding = Encoding();
+    if (IsUtf8Name(declared)) return true;
+    if (IsUtf16Name(declared)) {
+        encoding.form = Canonical(declared) == "UTF16BE" ? Form::Utf16BE : Form::Utf16LE;
+        encoding.bom = true;
+        encoding.name = encoding.form == Form::Utf16BE ? "UTF-16BE" : "UTF-16LE";
+        return true;
+    }
+    if (!IsKnownToIconv(declared)) {
+        error = "unsupported encoding \"" + declared + "\"";
+        return false;
+    }
+    encoding.form = Form::Iconv;
+    encoding.name = declared;
+    return true;
+}
+
+}  // namespace
+
+std::string DeclaredEncoding(const char* data, size_t size) {
+    // A declaration is short; a bounded look keeps a huge first line from being scanned.
+    const size_t limit = size < 4096 ? size : 4096;
+    if (limit < 6 || std::memcmp(data, "<?xml", 5) != 0) return std::string();
+    if (std::strchr(" \t\r\n", data[5]) == nullptr || data[5] == '\0') return std::string();
+    std::string decl(data, limit);
+    size_t end = decl.find("?>");
+    if (end == std::string::npos) return std::string();
+    decl.resize(end);
+    for (size_t pos = decl.find("encoding"); pos != std::string::npos;
+         pos = decl.find("encoding", pos + 1)) {
+        if (std::strchr(" \t\r\n", decl[pos - 1]) == nullptr) continue;
+        size_t i = pos + 8;
+        while (i < decl.size() && std::strchr(" \t\r\n", decl[i]) != nullptr) ++i;
+        if (i >= decl.size() || decl[i] != '=') continue;
+        ++i;
+        while (i < decl.size() && std::strchr(" \t\r\n", decl[i]) != nullptr) ++i;
+        if (i >= decl.size() || (decl[i] != '"' && decl[i] != '\'')) continue;
+        size_t close = decl.find(decl[i], i + 1);
+        if (close == std::string::npos) return std::string();
+        return decl.substr(i + 1, close - i - 1);
+    }
+    return std::string();
+}
+
+bool EncodingOfText(const char* utf8, size_t size, Encoding& encoding, std::string& error) {
+    return FromName(DeclaredEncoding(utf8, size), encoding, error);
+}
+
+bool Detect(const char* data, size_t size, Encoding& encoding, size_t& bomLength,
+            std::string& error) {
+    const auto* b = reinterpret_cast<const unsigned char*>(data);
+    encoding = Encoding();
+    bomLength = 0;
+    if (size >= 4 && ((b[0] == 0xFF && b[1] == 0xFE && b[2] == 0 && b[3] == 0) ||
+                      (b[0] == 0 && b[1] == 0 && b[2] == 0xFE && b[3] == 0xFF))) {
+        error = "UTF-32 documents are not supported";
+        return false;
+    }
+    if (size >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
+        encoding.bom = true;
+        bomLength = 3;
+        return true;
+    }
+    if (size >= 2 && ((b[0] == 0xFF && b[1] == 0xFE) || (b[0] == 0xFE && b[1] == 0xFF))) {
+        encoding.form = b[0] == 0xFF ? Form::Utf16LE : Form::Utf16BE;
+        encoding.bom = true;
+        encoding.name = b[0] == 0xFF ? "UTF-16LE" : "UTF-16BE";
+        bomLength = 2;
+        return true;
+    }
+    std::string declared = DeclaredEncoding(data, size);
+    if (IsUtf16Name(declared)) {
+        // The declaration was just read as ASCII, so the bytes cannot be UTF-16.
+        error = "declared " + declared + " but has no byte order mark";
+        return false;
+    }
+    return FromName(declared, encoding, error);
+}
+
+bool Decode(const char* data, size_t size, const Encoding& encoding, std::string& utf8,
+            std::string& error) {
+    utf8.clear();
+    if (encoding.form == Form::Utf8) {
+        utf8.assign(data, size);
+        return true;
+    }
+    if (encoding.form == Form::Utf16LE || encoding.form == Form::Utf16BE) {
+        if (size % 2 != 0) {
+            error = "truncated UTF-16 text";
+            return false;
+        }
+        std::u16string units(size / 2, u'\0');
+        const auto* b = reinterpret_cast<const unsigned char*>(data);
+        const bool little = encoding.form == Form::Utf16LE;
+        for (size_t i = 0; i < units.size(); ++i) {
+            unsigned lo = b[2 * i + (little ? 0 : 1)];
+            unsigned hi = b[2 * i + (little ? 1 : 0)];
+            units[i] = static_cast<char16_t>(lo | (hi << 8));
+        }
+        utf8 = PLIX::Utf16ToUtf8(units.data(), units.size());
+        return true;
+    }
+    Converter cd("UTF-8", encoding.name.c_str());
+    if (!cd.IsOpen()) {
+        error = "unsupported encoding \"" + encoding.name + "\"";
+        return false;
+    }
+    size_t failedAt = 0;
+    if (!cd.Append(data, size, utf8, failedAt)) {
+        error = "invalid " + encoding.name + " text at byte " + std::to_string(failedAt);
+        utf8.clear();
+        return false;
+    }
+    return true;
+}
+
+bool Encode(const std::string& utf8, const Encoding& encoding, std::string& out,
+            std::string& error) {
+    out.clear();
+    if (encoding.form == Form::Utf8) {
+        if (encoding.bom) out = "\xEF\xBB\xBF";
+        out += utf8;
+        return true;
+    }
+    if (encoding.form == Form::Utf16LE || encoding.form == Form::Utf16BE) {
+        std::u16string units = PLIX::Utf8ToUtf16(utf8.data(), utf8.size());
+        const bool little = encoding.form == Form::Utf16LE;
+        out.reserve(2 + units.size() * 2);
+        auto put = [&](char16_t u) {
+            char lo = static_cast<char>(u & 0xFF);
+            char hi = static_cast<char>(u >> 8);
+            out.push_back(little ? lo : hi);
+            out.push_back(little ? hi : lo);
+        };
+        put(0xFEFF);
+        for (char16_t u : units) put(u);
+        return true;
+    }
+    Converter cd(encoding.name.c_str(), "UTF-8");
+    if (!cd.IsOpen()) {
+        error = "unsupported encoding \"" + encoding.name + "\"";
+        return false;
+    }
+    size_t pos = 0;
+    while (pos < utf8.size()) {
+        size_t failedAt = 0;
+        if (cd.Append(utf8.data() + pos, utf8.size() - pos, out, failedAt)) break;
+        pos += failedAt;
+        size_t length = 1;
+        char32_t cp = 0xFFFD;
+        if (pos < utf8.size()) {
+            cp = DecodeOne(reinterpret_cast<const unsigned char*>(utf8.data()) + pos,
+                           utf8.size() - pos, length);
+        }
+        pos += length;
+        // Deliberately a character reference, not a failure: a text the legacy encoding
+        // cannot hold must not make the settings file unsaveable.
+        char ref[16];
+        int n = std::snprintf(ref, sizeof ref, "&#x%X;", static_cast<unsigned>(cp));
+        if (!cd.Append(ref, static_cast<size_t>(n), out, failedAt)) {
+            error = "cannot write text in " + encoding.name;
+            out.clear();
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string DeclarationName(const Encoding& encoding) {
+    switch (encoding.form) {
+        case Form::Utf8:
+            return "UTF-8";
+        case Form::Utf16LE:
+        case Form::Utf16BE:
+            return "UTF-16";
+        case Form::Iconv:
+            break;
+    }
+    return encoding.name;
+}
+
+}  // namespace TextEncoding
+}  // namespace KGC
