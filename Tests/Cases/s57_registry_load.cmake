@@ -35,3 +35,16 @@ if(IS_DIRECTORY ${PROJECT_SOURCE_DIR}/../shared/data/s52-real)
       VLCHART_LOG=${S57_LOAD_DIR}/real-data.log
       ${S57_PROBE} loaded 286)
 endif()
+
+# The default log sink appends: start every run from empty logs so old lines prove nothing.
+add_test(NAME KGS57RegistryLoad.ClearLogs
+  COMMAND ${CMAKE_COMMAND} -E rm -f ${S57_LOAD_DIR}/without-home.log ${S57_LOAD_DIR}/empty-home.log
+    ${S57_LOAD_DIR}/broken-dicts.log ${S57_LOAD_DIR}/broken-settings.log
+    ${S57_LOAD_DIR}/default-data.log ${S57_LOAD_DIR}/real-data.log)
+set_tests_properties(KGS57RegistryLoad.ClearLogs PROPERTIES FIXTURES_SETUP s57_load_logs)
+get_property(_s57_tests DIRECTORY PROPERTY TESTS)
+foreach(_t ${_s57_tests})
+  if(_t MATCHES "^KGS57RegistryLoad\\.With")
+    set_tests_properties(${_t} PROPERTIES FIXTURES_REQUIRED s57_load_logs)
+  endif()
+endforeach()
