@@ -35,9 +35,9 @@ protected:
 };
 
 TEST_F(ChartColorTableTest, ReadsThreeCommaSeparatedComponentsWithBlanksAroundThem) {
-    PlixUnicodeString path = Write("day.xml", ColorsFile(Color("CHRED", " \t255, 128 ,0\r\n ") +
-                                                         Color("CHBLK", "\n  7 ,\t8,\n9  \n") +
-                                                         Color("EXTRA", "1,2,3,4")));
+    PlixUnicodeString path = Write(
+        "day.xml", ColorsFile(Color("CHRED", " \t255, 128 ,0\r\n ") +
+                              Color("CHBLK", "\n  7 ,\t8,\n9  \n") + Color("EXTRA", "1,2,3,4")));
     ASSERT_TRUE(m_table.LoadXml(path));
     EXPECT_EQ(m_table.GetRGBColor(u"CHRED"), PLIXRGB(255, 128, 0));
     EXPECT_EQ(m_table.GetRGBColor(u"CHBLK"), PLIXRGB(7, 8, 9));
@@ -47,10 +47,9 @@ TEST_F(ChartColorTableTest, ReadsThreeCommaSeparatedComponentsWithBlanksAroundTh
 }
 
 TEST_F(ChartColorTableTest, AMissingGreenIsZeroAndComponentsKeepTheirLowEightBits) {
-    PlixUnicodeString path = Write("day.xml", ColorsFile(Color("EMPTY", "10,,20") +
-                                                         Color("SHORT", "10,20") +
-                                                         Color("WRAPS", "256,-1,511") +
-                                                         Color("WORDS", "red,green,blue")));
+    PlixUnicodeString path = Write(
+        "day.xml", ColorsFile(Color("EMPTY", "10,,20") + Color("SHORT", "10,20") +
+                              Color("WRAPS", "256,-1,511") + Color("WORDS", "red,green,blue")));
     ASSERT_TRUE(m_table.LoadXml(path));
     // Deliberately lenient: with only one usable comma the rest is blue.
     EXPECT_EQ(m_table.GetRGBColor(u"EMPTY"), PLIXRGB(10, 0, 20));
@@ -63,7 +62,8 @@ TEST_F(ChartColorTableTest, AMissingGreenIsZeroAndComponentsKeepTheirLowEightBit
 
 TEST_F(ChartColorTableTest, SkipsMalformedColoursAndKeepsReadingTheOthers) {
     std::string colors;
-    colors += Color("LEADC", ",10,20");  // comma is the first character
+    colors += Color("LEADC", ",10,20");     // comma is the first character
+    colors += Color("LEAD2", " \n,10,20");  // ... once the blanks are trimmed
     colors += Color("NOCOM", "255");
     colors += Color("EMPTY", "");
     colors += Color("BLANK", " \t\r\n ");
@@ -76,7 +76,8 @@ TEST_F(ChartColorTableTest, SkipsMalformedColoursAndKeepsReadingTheOthers) {
     colors += "  <Color token=\"NORGB\"/>\n";
     colors += "  <Color token=\"LOWER\"><rgb>4,5,6</rgb></Color>\n";
     colors += "  <Colour token=\"OTHER\"><RGB>4,5,6</RGB></Colour>\n";
-    colors += "  <Color token=\"GOOD2\"><Name>grey</Name><RGB>7,8,9</RGB><RGB>1,1,1</RGB></Color>\n";
+    colors +=
+        "  <Color token=\"GOOD2\"><Name>grey</Name><RGB>7,8,9</RGB><RGB>1,1,1</RGB></Color>\n";
     PlixUnicodeString path = Write("day.xml", ColorsFile(colors));
 
     ASSERT_TRUE(m_table.LoadXml(path));
@@ -84,8 +85,8 @@ TEST_F(ChartColorTableTest, SkipsMalformedColoursAndKeepsReadingTheOthers) {
     EXPECT_EQ(m_table.GetRGBColor(u"GOOD1"), PLIXRGB(1, 2, 3));
     // Only the first "RGB" child counts; other children are ignored.
     EXPECT_EQ(m_table.GetRGBColor(u"GOOD2"), PLIXRGB(7, 8, 9));
-    for (const char16_t* token : {u"LEADC", u"NOCOM", u"EMPTY", u"BLANK", u"NOBLU", u"NOBL2",
-                                  u"", u"UPPER", u"NORGB", u"LOWER", u"OTHER"}) {
+    for (const char16_t* token : {u"LEADC", u"LEAD2", u"NOCOM", u"EMPTY", u"BLANK", u"NOBLU",
+                                  u"NOBL2", u"", u"UPPER", u"NORGB", u"LOWER", u"OTHER"}) {
         EXPECT_EQ(m_table.GetColors().Find(token), nullptr)
             << "stored " << PlixUnicodeString(token).ToUtf8();
     }
@@ -117,10 +118,10 @@ TEST_F(ChartColorTableTest, AnEmptyTableGivesBlackForEveryToken) {
 }
 
 TEST_F(ChartColorTableTest, ASecondFileIsMergedIntoWhatTheTableHolds) {
-    PlixUnicodeString day = Write("day.xml", ColorsFile(Color("FIRST", "1,1,1") +
-                                                        Color("SHARE", "2,2,2")));
-    PlixUnicodeString dusk = Write("dusk.xml", ColorsFile(Color("SHARE", "20,20,20") +
-                                                          Color("THIRD", "30,30,30")));
+    PlixUnicodeString day =
+        Write("day.xml", ColorsFile(Color("FIRST", "1,1,1") + Color("SHARE", "2,2,2")));
+    PlixUnicodeString dusk =
+        Write("dusk.xml", ColorsFile(Color("SHARE", "20,20,20") + Color("THIRD", "30,30,30")));
     ASSERT_TRUE(m_table.LoadColorTable(day));
     ASSERT_TRUE(m_table.LoadColorTable(dusk));
     EXPECT_EQ(m_table.GetCount(), 3);
@@ -136,8 +137,8 @@ TEST_F(ChartColorTableTest, AFileThatCannotBeReadAsColoursFailsAndKeepsTheTable)
     PlixUnicodeString otherRoot =
         Write("palette.xml", "<Palette>\n" + Color("OTHER", "9,9,9") + "</Palette>\n");
     PlixUnicodeString nested =
-        Write("nested.xml", "<Palette>\n<Colors>\n" + Color("INNER", "9,9,9") +
-                                "</Colors>\n</Palette>\n");
+        Write("nested.xml",
+              "<Palette>\n<Colors>\n" + Color("INNER", "9,9,9") + "</Colors>\n</Palette>\n");
     PlixUnicodeString broken = Write("broken.xml", "<Colors>\n" + Color("BROKE", "9,9,9"));
     PlixUnicodeString empty = Write("empty.xml", "");
 

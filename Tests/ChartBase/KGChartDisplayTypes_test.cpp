@@ -25,7 +25,9 @@ std::string StyleName(int value) {
                static_cast<KGC::KGChartDisplayStyleType>(value))
         .ToUtf8();
 }
-int Mode(const char* name) { return KGChartColorMode::GetColorMode(PlixUnicodeString(name)); }
+int Mode(const char* name) {
+    return KGChartColorMode::GetColorMode(PlixUnicodeString(name));
+}
 int Category(const char* name) {
     return KGChartDisplayCategory::GetDisplayCategory(PlixUnicodeString(name));
 }

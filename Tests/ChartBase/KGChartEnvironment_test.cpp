@@ -28,7 +28,9 @@ const KGC::KGChartDisplayStyleType kNoStyle = KGChartDisplayStyle::NoStyle;
 const KGC::KGChartDisplayStyleType kEnc = KGChartDisplayStyle::ENC;
 const KGC::KGChartDisplayStyleType kPaperChart = KGChartDisplayStyle::PaperChart;
 
-std::string U8(const PlixUnicodeString& s) { return s.ToUtf8(); }
+std::string U8(const PlixUnicodeString& s) {
+    return s.ToUtf8();
+}
 
 std::vector<std::string> Names(const PlixArray<PlixUnicodeString>& names) {
     std::vector<std::string> out;
@@ -39,7 +41,9 @@ std::vector<std::string> Names(const PlixArray<PlixUnicodeString>& names) {
 const std::string kDisplay = "/VeltrinChart/ElectronicChart/Display/";
 const std::string kDictionary = "/VeltrinChart/ElectronicChart/Dictionary/";
 
-std::string StyleAt(const std::string& name) { return kDisplay + "Style[@value='" + name + "']"; }
+std::string StyleAt(const std::string& name) {
+    return kDisplay + "Style[@value='" + name + "']";
+}
 
 // Elements, attributes (in order) and text of an element and everything in it, on one line:
 // Name(attr=value,...)'text'{Child Child}. Whitespace between elements does not show.
@@ -170,6 +174,13 @@ TEST_F(ChartEnvironmentTest, MissingSettingsFileIsLoggedAndLeavesEveryQueryEmpty
     EXPECT_TRUE(env.LoadXML());
     EXPECT_EQ(U8(env.GetLineLookupTable(u"Base")), "./lookup/line.dic");
     EXPECT_EQ(U8(env.GetS57ObjectDictFileAbsolutePath()), Module() + "dict/objects.xml");
+
+    // A file that goes away later leaves the document read before.
+    std::filesystem::remove(Settings());
+    log.Clear();
+    EXPECT_FALSE(env.LoadXML());
+    EXPECT_EQ(log.Records().size(), 1u);
+    EXPECT_EQ(U8(env.GetLineLookupTable(u"Base")), "./lookup/line.dic");
 }
 
 TEST_F(ChartEnvironmentTest, MalformedSettingsFileLoadsNothingUntilItIsRepaired) {
@@ -190,6 +201,12 @@ TEST_F(ChartEnvironmentTest, MalformedSettingsFileLoadsNothingUntilItIsRepaired)
     UseFixture();
     EXPECT_TRUE(env.LoadXML());
     EXPECT_EQ(U8(env.GetPointLookupTable(u"Base", 1)), "./lookup/point-simple.dic");
+
+    // Reloading a file broken since leaves nothing of the document read before.
+    UseSettings("<VeltrinChart><ElectronicChart>");
+    EXPECT_FALSE(env.LoadXML());
+    EXPECT_EQ(U8(env.GetPointLookupTable(u"Base", 1)), "");
+    EXPECT_EQ(env.GetStyleType(u"Base"), kNoStyle);
 }
 
 TEST_F(ChartEnvironmentTest, EncStyleTablesAreChosenBySymbolAndEdgeTypeFlags) {
@@ -376,8 +393,8 @@ TEST_F(ChartEnvironmentTest, DictionaryPathsAreReadAsStoredAndResolved) {
          &KGChartEnvironment::GetS58CheckMandatoryAttributesFileAbsolutePath,
          "./checks/mandatory.xml", m + "checks/mandatory.xml"},
         {"S58CheckMasterSlaves", &KGChartEnvironment::GetS58CheckMasterSlavesFile,
-         &KGChartEnvironment::GetS58CheckMasterSlavesFileAbsolutePath,
-         "./checks/master-slaves.xml", m + "checks/master-slaves.xml"},
+         &KGChartEnvironment::GetS58CheckMasterSlavesFileAbsolutePath, "./checks/master-slaves.xml",
+         m + "checks/master-slaves.xml"},
         {"S58CheckCollections", &KGChartEnvironment::GetS58CheckCollectionsFile,
          &KGChartEnvironment::GetS58CheckCollectionsFileAbsolutePath, "./checks/collections.xml",
          m + "checks/collections.xml"},
@@ -594,8 +611,7 @@ TEST_F(ChartEnvironmentTest, ColourTableSetterFollowsTheRulesOfTheQuery) {
               "./colors/paper-night.xml");
 
     EXPECT_TRUE(env.SetColorTable(u"./custom.xml", u"Custom", kNight));
-    expected.SetText(StyleAt("Custom") + "/ColorTables/ColorTable[@type='Night']",
-                     "./custom.xml");
+    expected.SetText(StyleAt("Custom") + "/ColorTables/ColorTable[@type='Night']", "./custom.xml");
     EXPECT_EQ(DiskOutline(), expected.Outline());
 
     const std::string untouched = ReplaceFileBehindTheEnvironment();
@@ -679,8 +695,9 @@ TEST_F(ChartEnvironmentTest, AddNewStyleAppendsAnEncStyleWithEmptyTablesAfterThe
               "ColorTables{ColorTable(type=DayBright) ColorTable(type=Dusk) "
               "ColorTable(type=Night)}}");
     // After the last style, before the element that is no style.
-    EXPECT_EQ(std::string(disk.Node(StyleAt("Harbour")).previous_sibling().attribute("value").value()),
-              "Hollow");
+    EXPECT_EQ(
+        std::string(disk.Node(StyleAt("Harbour")).previous_sibling().attribute("value").value()),
+        "Hollow");
     EXPECT_EQ(std::string(disk.Node(StyleAt("Harbour")).next_sibling().name()), "Legend");
     // Everything else is as it was.
     disk.Remove(StyleAt("Harbour"));
@@ -787,7 +804,7 @@ TEST_F(ChartEnvironmentTest, RemoveStyleRemovesTheFirstMatchingStyleWithEverythi
     PlixArray<PlixUnicodeString> names;
     EXPECT_EQ(fresh.GetStyleNames(names), 7);
     EXPECT_EQ(Names(names), (std::vector<std::string>{"BASE", "Sparse", "sparse", "Custom",
-                                                       "Untyped", "Hollow", "Paper"}));
+                                                      "Untyped", "Hollow", "Paper"}));
 }
 
 TEST_F(ChartEnvironmentTest, EveryOperationStartsFromTheTopWhereverTheCursorWasLeft) {
