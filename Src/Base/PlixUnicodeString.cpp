@@ -195,11 +195,7 @@ PlixUnicodeString PlixUnicodeString::Mid(int start) const {
 }
 
 PlixUnicodeString PlixUnicodeString::Mid(int start, int count) const {
-    // As CString: a negative start shortens the count by the same amount.
-    if (start < 0) {
-        count += start;
-        start = 0;
-    }
+    // As CString: a negative start counts as 0 and leaves the count as it is.
     size_t s = Clamp(start, m_text.size());
     size_t n = Clamp(count, m_text.size() - s);
     return PlixUnicodeString(m_text.substr(s, n));
