@@ -2,10 +2,9 @@
 // the same five files, and the cost of a look-up by code, by acronym and by agency code.
 #include <benchmark/benchmark.h>
 
-#include <pugixml.hpp>
-
 #include <filesystem>
 #include <memory>
+#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
@@ -114,7 +113,9 @@ void BM_ObjectByAcronym(benchmark::State& state) {
     CycleLookups<KGC::KGS57Object>(
         state, [](auto& c, auto& a) { c.GetArrayS57Object(a); },
         [](const KGC::KGS57Object& r) { return r.acronym; },
-        [](auto& c, const PLIX::PlixUnicodeString& k, auto& out) { return c.GetS57Object(k, out); });
+        [](auto& c, const PLIX::PlixUnicodeString& k, auto& out) {
+            return c.GetS57Object(k, out);
+        });
 }
 BENCHMARK(BM_ObjectByAcronym);
 

@@ -323,9 +323,7 @@ public:
     const PLIX::PlixUnicodeString& GetAgencyDictPath() const { return m_agencyDictFile; }
     const PLIX::PlixUnicodeString& GetObjectDictPath() const { return m_objectDictFile; }
     const PLIX::PlixUnicodeString& GetAttributeDictPath() const { return m_attributeDictFile; }
-    const PLIX::PlixUnicodeString& GetSpecsObjectDictPath() const {
-        return m_specsObjectDictFile;
-    }
+    const PLIX::PlixUnicodeString& GetSpecsObjectDictPath() const { return m_specsObjectDictFile; }
     const PLIX::PlixUnicodeString& GetSpecsInfoDictPath() const { return m_specsInfoDictFile; }
     const PLIX::PlixUnicodeString& GetS58CheckDictPath() const { return m_s58CheckDictFile; }
 

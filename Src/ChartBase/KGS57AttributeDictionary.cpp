@@ -32,9 +32,9 @@ bool KGS57Attributes::LoadXml(const PlixUnicodeString& path) {
     const PlixUnicodeString acronymAttr(u"Acronym"), codeAttr(u"Code"), typeAttr(u"Type"),
         valueAttr(u"value"), idAttr(u"ID"), meaningAttr(u"Meaning");
     const PlixUnicodeString nameElem(u"Name"), subsetElem(u"Subset"), localNameElem(u"LocalName"),
-        definitionElem(u"Definition"), referencesElem(u"References"),
-        indicationElem(u"Indication"), remarksElem(u"Remarks"), conditionElem(u"Condition"),
-        formatElem(u"Format"), inputsElem(u"ExpectedInputs"), valueElem(u"ExpectedValue");
+        definitionElem(u"Definition"), referencesElem(u"References"), indicationElem(u"Indication"),
+        remarksElem(u"Remarks"), conditionElem(u"Condition"), formatElem(u"Format"),
+        inputsElem(u"ExpectedInputs"), valueElem(u"ExpectedValue");
     auto readChild = [&doc](const PlixUnicodeString& name, PlixUnicodeString& field) {
         if (doc.FindChildElem(name)) field = doc.GetChildData();
         doc.ResetChildPos();

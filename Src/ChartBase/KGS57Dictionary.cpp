@@ -84,9 +84,13 @@ bool IndexedCode(const PlixDict<PlixUnicodeString, int32_t>& index,
 // Built while the library loads; a missing settings file or dictionary only logs.
 KGS57Config KGS57Config::s_config;
 
-KGS57Config* KGS57Config::GetInstance() { return &s_config; }
+KGS57Config* KGS57Config::GetInstance() {
+    return &s_config;
+}
 
-KGS57Config::KGS57Config() { LoadDicts(); }
+KGS57Config::KGS57Config() {
+    LoadDicts();
+}
 
 KGS57Config::~KGS57Config() = default;
 
@@ -323,13 +327,12 @@ bool KGS57Config::IsS57SpecsSpatialMetaAttr(int code) const {
 }
 
 bool KGS57Config::IsS57SpecsSpatialMetaAttr(const PlixUnicodeString& acronym) const {
-    return ContainsAcronym(m_specsInfos.m_spatialMetaAttrs,
-                           m_specsInfos.m_spatialMetaAttrsCount, acronym);
+    return ContainsAcronym(m_specsInfos.m_spatialMetaAttrs, m_specsInfos.m_spatialMetaAttrsCount,
+                           acronym);
 }
 
 bool KGS57Config::IsS57SpecsGroupOneObject(int code) const {
-    return ContainsCode(m_specsInfos.m_groupOneObjects, m_specsInfos.m_groupOneObjectsCount,
-                        code);
+    return ContainsCode(m_specsInfos.m_groupOneObjects, m_specsInfos.m_groupOneObjectsCount, code);
 }
 
 bool KGS57Config::IsS57SpecsGroupOneObject(const PlixUnicodeString& acronym) const {
@@ -379,8 +382,7 @@ void KGS57Config::GetArrayS57SpecsNationalAttr(PlixArray<KGS57SpecsAttributeDefi
     out.Copy(m_specsInfos.m_nationalAttrs);
 }
 
-void KGS57Config::GetArrS57SpecsSpatialMetaAttrs(
-    PlixArray<KGS57SpecsAttributeDefine>& out) const {
+void KGS57Config::GetArrS57SpecsSpatialMetaAttrs(PlixArray<KGS57SpecsAttributeDefine>& out) const {
     out.Copy(m_specsInfos.m_spatialMetaAttrs);
 }
 
@@ -418,8 +420,7 @@ bool KGS57Config::GetS57SpecsObject(int code, KGS57SpecsObject& out) const {
     return false;
 }
 
-bool KGS57Config::GetS57SpecsObject(const PlixUnicodeString& acronym,
-                                    KGS57SpecsObject& out) const {
+bool KGS57Config::GetS57SpecsObject(const PlixUnicodeString& acronym, KGS57SpecsObject& out) const {
     const int count = std::min(m_specsObjects.m_count, m_specsObjects.m_records.GetSize());
     for (int i = 0; i < count; ++i) {
         if (m_specsObjects.m_records[i].acronym == acronym) {

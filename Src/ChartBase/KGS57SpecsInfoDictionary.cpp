@@ -121,8 +121,8 @@ bool KGS57SpecsInfos::LoadXml(const PlixUnicodeString& path) {
     if (section(u"Units")) {
         ReadGroups<KGS57SpecsUnits, KGS57SpecsUnit>(
             doc, u"UnitType", u"Unit", KGS57DefineInfo::ToUnitType,
-            [](KGS57SpecsUnits& g) -> PlixArray<KGS57SpecsUnit>& { return g.units; },
-            m_unitsCount, m_units);
+            [](KGS57SpecsUnits& g) -> PlixArray<KGS57SpecsUnit>& { return g.units; }, m_unitsCount,
+            m_units);
     }
     if (section(u"Datums")) {
         ReadGroups<KGS57SpecsDatums, KGS57SpecsDatumData>(

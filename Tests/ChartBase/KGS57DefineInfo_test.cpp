@@ -8,7 +8,9 @@ using PLIX::PlixVariant;
 
 namespace {
 
-std::string Utf8(const PlixUnicodeString& s) { return s.ToUtf8(); }
+std::string Utf8(const PlixUnicodeString& s) {
+    return s.ToUtf8();
+}
 
 }  // namespace
 
@@ -47,18 +49,17 @@ TEST(KGS57DefineInfo, NamesAreWrittenExactlyAsTheCatalogueSpellsThem) {
 
 TEST(KGS57DefineInfo, UnknownAndOutOfRangeValuesHaveNoName) {
     EXPECT_TRUE(KGS57DefineInfo::DatumTypeToName(KGS57DefineInfo::DatumUnknown).IsEmpty());
-    EXPECT_TRUE(KGS57DefineInfo::DatumTypeToName(static_cast<KGS57DefineInfo::DatumType>(4))
-                    .IsEmpty());
+    EXPECT_TRUE(
+        KGS57DefineInfo::DatumTypeToName(static_cast<KGS57DefineInfo::DatumType>(4)).IsEmpty());
     EXPECT_TRUE(
         KGS57DefineInfo::UnitTypeToName(static_cast<KGS57DefineInfo::UnitType>(-1)).IsEmpty());
-    EXPECT_TRUE(KGS57DefineInfo::AttributeTypeToName(
-                    static_cast<KGS57DefineInfo::AttributeType>(7))
+    EXPECT_TRUE(KGS57DefineInfo::AttributeTypeToName(static_cast<KGS57DefineInfo::AttributeType>(7))
                     .IsEmpty());
-    EXPECT_TRUE(KGS57DefineInfo::FeatureTypeToName(static_cast<KGS57DefineInfo::FeatureType>(5))
-                    .IsEmpty());
-    EXPECT_TRUE(KGS57DefineInfo::FeatureTypeToName(
-                    static_cast<KGS57DefineInfo::FeatureType>(INT32_MIN))
-                    .IsEmpty());
+    EXPECT_TRUE(
+        KGS57DefineInfo::FeatureTypeToName(static_cast<KGS57DefineInfo::FeatureType>(5)).IsEmpty());
+    EXPECT_TRUE(
+        KGS57DefineInfo::FeatureTypeToName(static_cast<KGS57DefineInfo::FeatureType>(INT32_MIN))
+            .IsEmpty());
 }
 
 TEST(KGS57DefineInfo, NamesAreReadWithoutRegardToCaseButUntrimmed) {
@@ -79,8 +80,8 @@ TEST(KGS57DefineInfo, NamesAreReadWithoutRegardToCaseButUntrimmed) {
 
 TEST(KGS57DefineInfo, NullValueIsNeverTheUnknownMarker) {
     for (int t = -1; t <= 7; ++t) {
-        EXPECT_FALSE(KGS57DefineInfo::IsUnknowValue(
-            PlixVariant(), static_cast<KGS57DefineInfo::AttributeType>(t)))
+        EXPECT_FALSE(KGS57DefineInfo::IsUnknowValue(PlixVariant(),
+                                                    static_cast<KGS57DefineInfo::AttributeType>(t)))
             << "type " << t;
     }
 }
@@ -113,7 +114,6 @@ TEST(KGS57DefineInfo, UntypedAndOutOfRangeTypesAreJudgedLikeFloats) {
     // Deliberately kept: no type is not "no marker" but the float rule.
     EXPECT_TRUE(D::IsUnknowValue(PlixVariant(999999999.4), D::AttrUnknown));
     EXPECT_FALSE(D::IsUnknowValue(PlixVariant(0), D::AttrUnknown));
-    EXPECT_TRUE(D::IsUnknowValue(PlixVariant(999999999),
-                                 static_cast<D::AttributeType>(42)));
+    EXPECT_TRUE(D::IsUnknowValue(PlixVariant(999999999), static_cast<D::AttributeType>(42)));
     EXPECT_FALSE(D::IsUnknowValue(PlixVariant("0"), static_cast<D::AttributeType>(42)));
 }

@@ -24,7 +24,9 @@ namespace {
 
 const char kSource[] = "../../../Src/ChartBase/KGS57Dictionary";
 
-std::string Utf8(const PlixUnicodeString& s) { return s.ToUtf8(); }
+std::string Utf8(const PlixUnicodeString& s) {
+    return s.ToUtf8();
+}
 
 struct Logged {
     std::string message;
@@ -54,9 +56,9 @@ std::string XmlFile(const std::string& body) {
 
 // A module directory holding a settings file that names the dictionaries in it, and the
 // registry's module path pointed at it while the fixture lives.
-class DictionaryHome : public ::testing::Test {
+class KGS57DictionaryFiles : public ::testing::Test {
 protected:
-    DictionaryHome() : m_override(m_dir.Path()) {}
+    KGS57DictionaryFiles() : m_override(m_dir.Path()) {}
 
     void WriteSettings(const std::map<std::string, std::string>& entries) {
         std::string dict;
@@ -150,8 +152,7 @@ std::vector<int> Codes(const PlixArray<KGS57SpecsObjectDefine>& list) {
     return out;
 }
 
-
-class Registry : public DictionaryHome {
+class KGS57Registry : public KGS57DictionaryFiles {
 protected:
     void WriteAll() {
         WriteDefaultSettings();
@@ -168,7 +169,7 @@ protected:
 
 // ---------------------------------------------------------------- object classes
 
-TEST_F(DictionaryHome, ObjectClassFieldsAreReadFromAttributesAndChildrenInAnyOrder) {
+TEST_F(KGS57DictionaryFiles, ObjectClassFieldsAreReadFromAttributesAndChildrenInAnyOrder) {
     Write("o.xml",
           "<ObjectClasses>"
           "<ObjectClass Code='75' Acronym='LIGHTS' Type=' geo '>"
@@ -199,7 +200,7 @@ TEST_F(DictionaryHome, ObjectClassFieldsAreReadFromAttributesAndChildrenInAnyOrd
     EXPECT_EQ(r[2].type, KGS57DefineInfo::FeatureUnknown);
 }
 
-TEST_F(DictionaryHome, ObjectDictionaryNeedsItsRootAndAReadableFile) {
+TEST_F(KGS57DictionaryFiles, ObjectDictionaryNeedsItsRootAndAReadableFile) {
     vltest::LogCapture log;
     KGC::KGS57Objects objects;
     Write("good.xml", kObjects);
@@ -223,7 +224,7 @@ TEST_F(DictionaryHome, ObjectDictionaryNeedsItsRootAndAReadableFile) {
     EXPECT_EQ(objects.GetCount(), 0);
 }
 
-TEST_F(Registry, ObjectClassesAreServedInCodeOrderByCodeAndByExactAcronym) {
+TEST_F(KGS57Registry, ObjectClassesAreServedInCodeOrderByCodeAndByExactAcronym) {
     WriteAll();
     KGS57Config config;
     PlixArray<KGS57Object> all;
@@ -256,7 +257,7 @@ TEST_F(Registry, ObjectClassesAreServedInCodeOrderByCodeAndByExactAcronym) {
     EXPECT_EQ(Utf8(untouched.name), "sentinel");
 }
 
-TEST_F(Registry, RepeatedAcronymResolvesToItsLastRecordInCodeOrder) {
+TEST_F(KGS57Registry, RepeatedAcronymResolvesToItsLastRecordInCodeOrder) {
     WriteAll();
     Write("objects.xml",
           "<ObjectClasses><ObjectClass Code='9' Acronym='TWICE'><Name>late</Name></ObjectClass>"
@@ -269,7 +270,7 @@ TEST_F(Registry, RepeatedAcronymResolvesToItsLastRecordInCodeOrder) {
     EXPECT_EQ(Utf8(o.name), "late");
 }
 
-TEST_F(Registry, FailedObjectLoadLogsTwiceEmptiesTheDictionaryAndKeepsTheOldIndex) {
+TEST_F(KGS57Registry, FailedObjectLoadLogsTwiceEmptiesTheDictionaryAndKeepsTheOldIndex) {
     WriteAll();
     Write("specs-infos.xml",
           "<EncInfos><StructObjectClasses><ObjectClass Acronym='LIGHTS' Code='75'/>"
@@ -301,7 +302,7 @@ TEST_F(Registry, FailedObjectLoadLogsTwiceEmptiesTheDictionaryAndKeepsTheOldInde
 
 // ---------------------------------------------------------------- attributes
 
-TEST_F(DictionaryHome, AttributeFieldsSubsetAndExpectedValuesAreRead) {
+TEST_F(KGS57DictionaryFiles, AttributeFieldsSubsetAndExpectedValuesAreRead) {
     Write("a.xml",
           "<Attributes>"
           "<Attribute Code='75' Acronym='COLOUR' Type=' l\t'>"
@@ -357,7 +358,7 @@ TEST_F(DictionaryHome, AttributeFieldsSubsetAndExpectedValuesAreRead) {
     EXPECT_EQ(attributes.GetRecords()[2].code, 0);
 }
 
-TEST_F(Registry, AttributesAreServedInCodeOrderWithTheirExpectedValues) {
+TEST_F(KGS57Registry, AttributesAreServedInCodeOrderWithTheirExpectedValues) {
     WriteAll();
     KGS57Config config;
     PlixArray<KGS57Attribute> all;
@@ -385,7 +386,7 @@ TEST_F(Registry, AttributesAreServedInCodeOrderWithTheirExpectedValues) {
     EXPECT_EQ(Utf8(untouched.name), "sentinel");
 }
 
-TEST_F(Registry, AttributeFileWithAnotherRootLoadsEmptyWhileAnUnreadableOneFails) {
+TEST_F(KGS57Registry, AttributeFileWithAnotherRootLoadsEmptyWhileAnUnreadableOneFails) {
     WriteAll();
     Write("specs-infos.xml", kGroups);
     KGS57Config config;
@@ -393,8 +394,9 @@ TEST_F(Registry, AttributeFileWithAnotherRootLoadsEmptyWhileAnUnreadableOneFails
     ASSERT_TRUE(config.IsS57SpecsSlaveObject("COLOUR"));
     vltest::LogCapture log;
     // Deliberately kept: unlike object classes, another root is an empty, successful load.
-    Write("other-root.xml", "<ObjectClasses><Attribute Code='75' Acronym='COLOUR'/>"
-                            "</ObjectClasses>");
+    Write("other-root.xml",
+          "<ObjectClasses><Attribute Code='75' Acronym='COLOUR'/>"
+          "</ObjectClasses>");
     EXPECT_TRUE(config.LoadS57AttributesFile(Path("other-root.xml")));
     EXPECT_TRUE(DictionaryRecords(log).empty());
     KGS57Attribute a;
@@ -414,7 +416,7 @@ TEST_F(Registry, AttributeFileWithAnotherRootLoadsEmptyWhileAnUnreadableOneFails
 
 // ---------------------------------------------------------------- agencies
 
-TEST_F(Registry, AgenciesStayInFileOrderAndTheFirstMatchWins) {
+TEST_F(KGS57Registry, AgenciesStayInFileOrderAndTheFirstMatchWins) {
     WriteAll();
     Write("agencies.xml",
           "<Agencies>"
@@ -449,7 +451,7 @@ TEST_F(Registry, AgenciesStayInFileOrderAndTheFirstMatchWins) {
     EXPECT_EQ(untouched.code, -5);
 }
 
-TEST_F(Registry, AgencyFileFailuresLogWhileAnotherRootLoadsEmpty) {
+TEST_F(KGS57Registry, AgencyFileFailuresLogWhileAnotherRootLoadsEmpty) {
     WriteAll();
     KGS57Config config;
     vltest::LogCapture log;
@@ -469,8 +471,7 @@ TEST_F(Registry, AgencyFileFailuresLogWhileAnotherRootLoadsEmpty) {
 
 // ---------------------------------------------------------------- product specification info
 
-
-TEST_F(DictionaryHome, SpecsSectionsAreReadInAnyOrderUnitsAccumulateAndSomeListsAreSorted) {
+TEST_F(KGS57DictionaryFiles, SpecsSectionsAreReadInAnyOrderUnitsAccumulateAndSomeListsAreSorted) {
     Write("i.xml", kGroups);
     KGC::KGS57SpecsInfos infos;
     ASSERT_TRUE(infos.LoadXml(Path("i.xml")));
@@ -503,7 +504,7 @@ TEST_F(DictionaryHome, SpecsSectionsAreReadInAnyOrderUnitsAccumulateAndSomeLists
     EXPECT_EQ(infos.GetSlaveObjects().GetSize(), 0);
 }
 
-TEST_F(Registry, SpecsMembershipTestsByCodeAndAcronym) {
+TEST_F(KGS57Registry, SpecsMembershipTestsByCodeAndAcronym) {
     WriteAll();
     Write("specs-infos.xml", kGroups);
     KGS57Config config;
@@ -543,7 +544,7 @@ TEST_F(Registry, SpecsMembershipTestsByCodeAndAcronym) {
     EXPECT_FALSE(config.IsS57SpecsMasterObject("NOSUCH"));
 }
 
-TEST_F(Registry, ReplacingAndAppendingListGetters) {
+TEST_F(KGS57Registry, ReplacingAndAppendingListGetters) {
     WriteAll();
     Write("specs-infos.xml", kGroups);
     KGS57Config config;
@@ -580,7 +581,7 @@ TEST_F(Registry, ReplacingAndAppendingListGetters) {
     EXPECT_EQ(datums.GetSize(), 2);
 }
 
-TEST_F(Registry, SpecsInfoLoadFailureLogsBothIdentifiersAndLeavesListsEmpty) {
+TEST_F(KGS57Registry, SpecsInfoLoadFailureLogsBothIdentifiersAndLeavesListsEmpty) {
     WriteAll();
     Write("specs-infos.xml", kGroups);
     KGS57Config config;
@@ -594,7 +595,7 @@ TEST_F(Registry, SpecsInfoLoadFailureLogsBothIdentifiersAndLeavesListsEmpty) {
 
 // ---------------------------------------------------------------- product specification objects
 
-TEST_F(Registry, SpecsObjectsAreFoundByCodeOrExactAcronymFirstInFileOrder) {
+TEST_F(KGS57Registry, SpecsObjectsAreFoundByCodeOrExactAcronymFirstInFileOrder) {
     WriteAll();
     Write("specs-objects.xml",
           "<ObjectClasses>"
@@ -636,14 +637,15 @@ TEST_F(Registry, SpecsObjectsAreFoundByCodeOrExactAcronymFirstInFileOrder) {
     EXPECT_EQ(all.GetSize(), 3);
 }
 
-TEST_F(Registry, SpecsObjectFileFailures) {
+TEST_F(KGS57Registry, SpecsObjectFileFailures) {
     WriteAll();
     KGS57Config config;
     KGS57SpecsObject o;
     ASSERT_TRUE(config.GetS57SpecsObject("LIGHTS", o));
     vltest::LogCapture log;
-    Write("list.xml", "<ObjectClassList><ObjectClass Code='75' Acronym='LIGHTS'/>"
-                      "</ObjectClassList>");
+    Write("list.xml",
+          "<ObjectClassList><ObjectClass Code='75' Acronym='LIGHTS'/>"
+          "</ObjectClassList>");
     EXPECT_FALSE(config.LoadS57SpecsObjectsFile(Path("list.xml")));
     EXPECT_EQ(DictionaryRecords(log), (std::vector<Logged>{{"EAg001", 804}}));
     EXPECT_FALSE(config.GetS57SpecsObject("LIGHTS", o));
@@ -655,7 +657,7 @@ TEST_F(Registry, SpecsObjectFileFailures) {
 
 // ---------------------------------------------------------------- S-58 check messages
 
-TEST_F(DictionaryHome, S58ChecksSkipEmptyIdsAndLaterDuplicatesReplace) {
+TEST_F(KGS57DictionaryFiles, S58ChecksSkipEmptyIdsAndLaterDuplicatesReplace) {
     Write("a.xml",
           "<S58>"
           "<Test id='1500' level='Warning'><Description>old</Description>"
@@ -698,7 +700,7 @@ TEST_F(DictionaryHome, S58ChecksSkipEmptyIdsAndLaterDuplicatesReplace) {
     EXPECT_EQ(untouched.id, -3);
 }
 
-TEST_F(Registry, S58ChecksLoadOnFirstRequestOnlyOnce) {
+TEST_F(KGS57Registry, S58ChecksLoadOnFirstRequestOnlyOnce) {
     WriteAll();
     KGS57Config config;
     // Not loaded at construction: the file written now is the one the first request reads.
@@ -716,7 +718,7 @@ TEST_F(Registry, S58ChecksLoadOnFirstRequestOnlyOnce) {
     EXPECT_TRUE(config.GetS58Info(11, i));
 }
 
-TEST_F(Registry, MissingS58FileIsTriedAndLoggedOnce) {
+TEST_F(KGS57Registry, MissingS58FileIsTriedAndLoggedOnce) {
     WriteAll();
     WriteSettings({{"S58CheckInfo", "./nothing-here.xml"}});
     KGS57Config config;
@@ -738,7 +740,7 @@ TEST(KGS57ConfigInstance, IsOneProcessWideObject) {
     EXPECT_EQ(a, KGS57Config::GetInstance());
 }
 
-TEST_F(Registry, PathsAreAbsoluteAndReadFromTheSettingsFile) {
+TEST_F(KGS57Registry, PathsAreAbsoluteAndReadFromTheSettingsFile) {
     WriteAll();
     KGS57Config config;
     EXPECT_EQ(Utf8(config.GetAgencyDictPath()), Path("agencies.xml"));
@@ -757,20 +759,19 @@ TEST_F(Registry, PathsAreAbsoluteAndReadFromTheSettingsFile) {
     EXPECT_TRUE(config.GetAgencyDictPath().IsEmpty());
 }
 
-TEST_F(DictionaryHome, WithoutSettingsEveryDictionaryIsTriedInOrderAndLeftEmpty) {
+TEST_F(KGS57DictionaryFiles, WithoutSettingsEveryDictionaryIsTriedInOrderAndLeftEmpty) {
     vltest::LogCapture log;
     KGS57Config config;
-    EXPECT_EQ(DictionaryRecords(log),
-              (std::vector<Logged>{{"EAg001", 26},
-                                   {"EAg001", 758},
-                                   {"EAg001", 84},
-                                   {"EAg001", 773},
-                                   {"EAg001", 171},
-                                   {"EAg001", 790},
-                                   {"EAg002", 531},
-                                   {"EAg001", 804},
-                                   {"EAg002", 262},
-                                   {"EAg001", 818}}));
+    EXPECT_EQ(DictionaryRecords(log), (std::vector<Logged>{{"EAg001", 26},
+                                                           {"EAg001", 758},
+                                                           {"EAg001", 84},
+                                                           {"EAg001", 773},
+                                                           {"EAg001", 171},
+                                                           {"EAg001", 790},
+                                                           {"EAg002", 531},
+                                                           {"EAg001", 804},
+                                                           {"EAg002", 262},
+                                                           {"EAg001", 818}}));
     // Six path refreshes, one temporary environment (and one complaint) each.
     int settingsComplaints = 0;
     for (const auto& r : log.Records()) {
@@ -785,7 +786,7 @@ TEST_F(DictionaryHome, WithoutSettingsEveryDictionaryIsTriedInOrderAndLeftEmpty)
     EXPECT_FALSE(config.LoadDicts());
 }
 
-TEST_F(Registry, MissingObjectFileLeavesTheOtherDictionariesServing) {
+TEST_F(KGS57Registry, MissingObjectFileLeavesTheOtherDictionariesServing) {
     WriteAll();
     WriteSettings({{"Agency", "./agencies.xml"},
                    {"S57Object", "./no-objects.xml"},
@@ -803,7 +804,7 @@ TEST_F(Registry, MissingObjectFileLeavesTheOtherDictionariesServing) {
     EXPECT_TRUE(config.GetS57Agency(10, ag));
 }
 
-TEST_F(Registry, LoadDictsReportsTheSpecsInfoFileAlone) {
+TEST_F(KGS57Registry, LoadDictsReportsTheSpecsInfoFileAlone) {
     WriteAll();
     KGS57Config config;
     EXPECT_TRUE(config.LoadDicts());
@@ -818,18 +819,22 @@ TEST_F(Registry, LoadDictsReportsTheSpecsInfoFileAlone) {
     EXPECT_TRUE(config.GetS57Agency(10, ag));
 }
 
-TEST_F(Registry, ReloadsFollowTheSettingsFileWithoutARestart) {
+TEST_F(KGS57Registry, ReloadsFollowTheSettingsFileWithoutARestart) {
     WriteAll();
     KGS57Config config;
-    Write("attributes-2.xml", "<Attributes><Attribute Code='900' Acronym='NEWATT' Type='I'/>"
-                              "</Attributes>");
-    Write("objects-2.xml", "<ObjectClasses><ObjectClass Code='901' Acronym='NEWOBJ'/>"
-                           "</ObjectClasses>");
+    Write("attributes-2.xml",
+          "<Attributes><Attribute Code='900' Acronym='NEWATT' Type='I'/>"
+          "</Attributes>");
+    Write("objects-2.xml",
+          "<ObjectClasses><ObjectClass Code='901' Acronym='NEWOBJ'/>"
+          "</ObjectClasses>");
     Write("agencies-2.xml", "<Agencies><Agency Token='NW' Code='902'/></Agencies>");
-    Write("specs-objects-2.xml", "<ObjectClasses><ObjectClass Code='903' Acronym='NEWSPC'/>"
-                                 "</ObjectClasses>");
-    Write("specs-infos-2.xml", "<EncInfos><NationalAttributes><Attribute Acronym='NEWNAT' "
-                               "Code='904'/></NationalAttributes></EncInfos>");
+    Write("specs-objects-2.xml",
+          "<ObjectClasses><ObjectClass Code='903' Acronym='NEWSPC'/>"
+          "</ObjectClasses>");
+    Write("specs-infos-2.xml",
+          "<EncInfos><NationalAttributes><Attribute Acronym='NEWNAT' "
+          "Code='904'/></NationalAttributes></EncInfos>");
     WriteSettings({{"Agency", "./agencies-2.xml"},
                    {"S57Object", "./objects-2.xml"},
                    {"S57Attribute", "./attributes-2.xml"},
