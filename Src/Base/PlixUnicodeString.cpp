@@ -18,23 +18,30 @@ size_t Clamp(int value, size_t upper) {
 }
 
 // Case folding of ASCII and Latin letters, no locale: Latin-1 capitals and the Latin
-// Extended-A pairs (even code point upper, odd lower) are enough for chart names.
+// Extended-A pairs are enough for chart names. U+0130 (dotted I) and U+0131 (dotless i)
+// are not a pair; Ÿ (U+0178) pairs with ÿ (U+00FF).
 char16_t FoldCase(char16_t c) {
     if (c >= u'A' && c <= u'Z') return static_cast<char16_t>(c + 32);
     if (c < 0xC0) return c;
     if (c <= 0xDE && c != 0xD7) return static_cast<char16_t>(c + 32);
-    if (c >= 0x100 && c <= 0x137 && (c % 2) == 0) return static_cast<char16_t>(c + 1);
+    if (c >= 0x100 && c <= 0x12F && (c % 2) == 0) return static_cast<char16_t>(c + 1);
+    if (c >= 0x132 && c <= 0x137 && (c % 2) == 0) return static_cast<char16_t>(c + 1);
     if (c >= 0x139 && c <= 0x148 && (c % 2) == 1) return static_cast<char16_t>(c + 1);
     if (c >= 0x14A && c <= 0x177 && (c % 2) == 0) return static_cast<char16_t>(c + 1);
+    if (c == 0x178) return 0xFF;
+    if (c >= 0x179 && c <= 0x17E && (c % 2) == 1) return static_cast<char16_t>(c + 1);
     return c;
 }
 
 char16_t UpperCase(char16_t c) {
     if (c >= u'a' && c <= u'z') return static_cast<char16_t>(c - 32);
     if (c >= 0xE0 && c <= 0xFE && c != 0xF7) return static_cast<char16_t>(c - 32);
-    if (c >= 0x101 && c <= 0x137 && (c % 2) == 1) return static_cast<char16_t>(c - 1);
+    if (c == 0xFF) return 0x178;
+    if (c >= 0x101 && c <= 0x12F && (c % 2) == 1) return static_cast<char16_t>(c - 1);
+    if (c >= 0x133 && c <= 0x137 && (c % 2) == 1) return static_cast<char16_t>(c - 1);
     if (c >= 0x13A && c <= 0x148 && (c % 2) == 0) return static_cast<char16_t>(c - 1);
     if (c >= 0x14B && c <= 0x177 && (c % 2) == 1) return static_cast<char16_t>(c - 1);
+    if (c >= 0x17A && c <= 0x17E && (c % 2) == 0) return static_cast<char16_t>(c - 1);
     return c;
 }
 
