@@ -114,26 +114,20 @@ bool SetAttribOn(pugi::xml_node n, const PlixUnicodeString& name, const std::str
     return a && a.set_value(value.c_str());
 }
 
-// Iterative on purpose: a recursive walk is exactly what a deeply nested document attacks.
-bool DeeperThan(const pugi::xml_node& top, int limit) {
-    pugi::xml_node n = top.first_child();
-    int depth = 1;
-    while (n) {
-        if (depth > limit && IsElement(n)) return true;
-        if (pugi::xml_node down = n.first_child()) {
-            n = down;
-            ++depth;
-            continue;
-        }
-        while (!n.next_sibling()) {
-            n = n.parent();
-            --depth;
-            if (n == top) return false;
-        }
-        n = n.next_sibling();
+// Stops the walk at the first element nested deeper than the limit. pugixml's traverse is
+// iterative, so a deep document cannot exhaust the stack here; it is also several times
+// cheaper than walking the tree through the node API, one library call per step.
+class DepthLimit : public pugi::xml_tree_walker {
+public:
+    explicit DepthLimit(int limit) : m_limit(limit) {}
+    bool for_each(pugi::xml_node& node) override {
+        // depth() counts from 0 for the children of the document.
+        return depth() < m_limit || node.type() != pugi::node_element;
     }
-    return false;
-}
+
+private:
+    int m_limit;
+};
 
 // Why a parsed document is refused; empty when it is acceptable.
 std::string StructureProblem(const pugi::xml_document& doc) {
@@ -144,7 +138,8 @@ std::string StructureProblem(const pugi::xml_document& doc) {
     }
     if (roots == 0) return "no root element";
     if (roots > 1) return "more than one root element";
-    if (DeeperThan(doc, KGMarkup::MaxDepth)) {
+    DepthLimit walker(KGMarkup::MaxDepth);
+    if (!const_cast<pugi::xml_document&>(doc).traverse(walker)) {
         return "elements nested deeper than " + std::to_string(KGMarkup::MaxDepth);
     }
     return std::string();
@@ -157,11 +152,22 @@ bool HasDeclaration(const pugi::xml_document& doc) {
     return false;
 }
 
+// pugixml writes a carriage return in text as it is, and every reader (pugixml included)
+// turns it into a line feed; as a reference it survives. Text is the only place one can be:
+// parsing normalises them everywhere else, and the cursor only creates text.
 class StringWriter : public pugi::xml_writer {
 public:
     explicit StringWriter(std::string& out) : m_out(out) {}
     void write(const void* data, size_t size) override {
-        m_out.append(static_cast<const char*>(data), size);
+        const char* p = static_cast<const char*>(data);
+        const char* end = p + size;
+        while (const void* cr = std::memchr(p, '\r', static_cast<size_t>(end - p))) {
+            const char* at = static_cast<const char*>(cr);
+            m_out.append(p, at);
+            m_out.append("&#13;");
+            p = at + 1;
+        }
+        m_out.append(p, end);
     }
 
 private:

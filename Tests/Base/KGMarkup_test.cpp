@@ -282,6 +282,7 @@ TEST(KGMarkupText, RoundTripsSpecialCharactersAndNonAsciiText) {
     ASSERT_TRUE(doc.AddChildElem("Text", special));
     ASSERT_TRUE(doc.AddChildElem(u"\u6837\u5F0F", chinese));
     ASSERT_TRUE(doc.AddChildElem("Spaces", "  padded\n  "));
+    ASSERT_TRUE(doc.AddChildElem("Windows", "line\r\nnext\r"));
 
     const PlixUnicodeString text = doc.GetDoc();
     EXPECT_EQ(std::string::npos, U8(text).find("<?xml")) << "no declaration is added";
@@ -297,6 +298,8 @@ TEST(KGMarkupText, RoundTripsSpecialCharactersAndNonAsciiText) {
     EXPECT_EQ(chinese, back.GetChildData());
     ASSERT_TRUE(back.FindChildElem("Spaces"));
     EXPECT_EQ("  padded\n  ", U8(back.GetChildData()));
+    ASSERT_TRUE(back.FindChildElem("Windows"));
+    EXPECT_EQ("line\r\nnext\r", U8(back.GetChildData()));
     EXPECT_EQ(text, back.GetDoc());
 
     // A declaration read in is kept.
