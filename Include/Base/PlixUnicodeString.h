@@ -80,7 +80,8 @@ public:
     int Split(PlixArray<PlixUnicodeString>& parts, const PlixUnicodeString& separator,
               bool skipEmpty) const;
 
-    // printf formatting; %s takes UTF-8 const char*. The static form builds a new string, the
+    // printf formatting; %s takes UTF-8 const char*. Numbers are written as in the "C" locale
+    // (a decimal point whatever LC_NUMERIC says). The static form builds a new string, the
     // member form replaces this string's content.
     static PlixUnicodeString Format(const char* format, ...)
         __attribute__((format(printf, 1, 2)));

@@ -1,5 +1,7 @@
 #include "Base/PlixUnicodeString.h"
 
+#include <locale.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdio>
@@ -46,6 +48,24 @@ char16_t UpperCase(char16_t c) {
 }
 
 bool InSet(char16_t c, const std::u16string& set) { return set.find(c) != std::u16string::npos; }
+
+// Formatted text ends up in documents read back with the locale-free parsers, so numbers are
+// written in the "C" locale whatever LC_NUMERIC the host has set (only this thread switches).
+class CNumericScope {
+public:
+    CNumericScope() {
+        static locale_t c = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(0));
+        if (c != static_cast<locale_t>(0)) m_previous = uselocale(c);
+    }
+    ~CNumericScope() {
+        if (m_previous != static_cast<locale_t>(0)) uselocale(m_previous);
+    }
+    CNumericScope(const CNumericScope&) = delete;
+    CNumericScope& operator=(const CNumericScope&) = delete;
+
+private:
+    locale_t m_previous = static_cast<locale_t>(0);
+};
 
 }  // namespace
 
@@ -312,6 +332,7 @@ int PlixUnicodeString::Split(PlixArray<PlixUnicodeString>& parts,
 
 PlixUnicodeString PlixUnicodeString::FormatV(const char* format, va_list args) {
     if (format == nullptr) return PlixUnicodeString();
+    CNumericScope cLocale;
     char small[256];
     va_list copy;
     va_copy(copy, args);
