@@ -352,7 +352,8 @@ bool KGChartEnvironment::SetColorTable(const PlixUnicodeString& path,
 
 bool KGChartEnvironment::ModifyDictFile(const PlixUnicodeString& elementName,
                                         const PlixUnicodeString& path) {
-    if (!m_document || elementName.IsEmpty()) return false;
+    // A settings file that failed to parse is never written over with the empty document.
+    if (!m_document || elementName.IsEmpty() || !m_document->IsWellFormed()) return false;
     TopGuard guard(m_document.get());
     KGMarkup& doc = *m_document;
     bool stored = false;

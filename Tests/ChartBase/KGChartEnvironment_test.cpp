@@ -198,6 +198,13 @@ TEST_F(ChartEnvironmentTest, MalformedSettingsFileLoadsNothingUntilItIsRepaired)
     EXPECT_EQ(env.GetStyleNames(names), 0);
     EXPECT_TRUE(names.IsEmpty());
 
+    // No edit writes the empty document over the broken file: it stays for the user to repair.
+    std::string broken = OnDisk();
+    EXPECT_FALSE(env.ModifyS57ObjectDictFile(u"/x/objects.xml"));
+    EXPECT_FALSE(env.AddNewStyle(u"New", KGC::KGChartDisplayStyle::ENC));
+    EXPECT_FALSE(env.SetLineLookupTableFile(u"/x/line.dic", u"Base"));
+    EXPECT_EQ(OnDisk(), broken);
+
     UseFixture();
     EXPECT_TRUE(env.LoadXML());
     EXPECT_EQ(U8(env.GetPointLookupTable(u"Base", 1)), "./lookup/point-simple.dic");
