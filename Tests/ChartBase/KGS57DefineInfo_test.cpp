@@ -14,37 +14,26 @@ std::string Utf8(const PlixUnicodeString& s) {
 
 }  // namespace
 
-TEST(KGS57DefineInfo, EveryNamedValueRoundTripsThroughItsName) {
+TEST(KGS57DefineInfo, EveryValueHasItsCatalogueNameAndReadsBackFromIt) {
+    using D = KGS57DefineInfo;
+    const char* datums[] = {"Horizontal", "Vertical", "Sounding"};
+    const char* units[] = {"Depth", "Height", "PositionalAccuracy"};
+    const char* letters[] = {"E", "L", "F", "I", "A", "S"};
+    const char* features[] = {"Geo", "Meta", "Collection", "Cartographic"};
     for (int v = 1; v <= 3; ++v) {
-        auto d = static_cast<KGS57DefineInfo::DatumType>(v);
-        EXPECT_EQ(KGS57DefineInfo::ToDatumType(KGS57DefineInfo::DatumTypeToName(d)), d);
-        auto u = static_cast<KGS57DefineInfo::UnitType>(v);
-        EXPECT_EQ(KGS57DefineInfo::ToUnitType(KGS57DefineInfo::UnitTypeToName(u)), u);
+        EXPECT_EQ(Utf8(D::DatumTypeToName(static_cast<D::DatumType>(v))), datums[v - 1]);
+        EXPECT_EQ(D::ToDatumType(datums[v - 1]), v);
+        EXPECT_EQ(Utf8(D::UnitTypeToName(static_cast<D::UnitType>(v))), units[v - 1]);
+        EXPECT_EQ(D::ToUnitType(units[v - 1]), v);
     }
     for (int v = 1; v <= 6; ++v) {
-        auto a = static_cast<KGS57DefineInfo::AttributeType>(v);
-        EXPECT_EQ(KGS57DefineInfo::ToAttributeType(KGS57DefineInfo::AttributeTypeToName(a)), a);
+        EXPECT_EQ(Utf8(D::AttributeTypeToName(static_cast<D::AttributeType>(v))), letters[v - 1]);
+        EXPECT_EQ(D::ToAttributeType(letters[v - 1]), v);
     }
     for (int v = 1; v <= 4; ++v) {
-        auto f = static_cast<KGS57DefineInfo::FeatureType>(v);
-        EXPECT_EQ(KGS57DefineInfo::ToFeatureType(KGS57DefineInfo::FeatureTypeToName(f)), f);
+        EXPECT_EQ(Utf8(D::FeatureTypeToName(static_cast<D::FeatureType>(v))), features[v - 1]);
+        EXPECT_EQ(D::ToFeatureType(features[v - 1]), v);
     }
-}
-
-TEST(KGS57DefineInfo, NamesAreWrittenExactlyAsTheCatalogueSpellsThem) {
-    EXPECT_EQ(Utf8(KGS57DefineInfo::DatumTypeToName(KGS57DefineInfo::DatumHorizontal)),
-              "Horizontal");
-    EXPECT_EQ(Utf8(KGS57DefineInfo::DatumTypeToName(KGS57DefineInfo::DatumSounding)), "Sounding");
-    EXPECT_EQ(Utf8(KGS57DefineInfo::UnitTypeToName(KGS57DefineInfo::UnitPositionalAccuracy)),
-              "PositionalAccuracy");
-    const char* letters[] = {"E", "L", "F", "I", "A", "S"};
-    for (int v = 1; v <= 6; ++v) {
-        EXPECT_EQ(Utf8(KGS57DefineInfo::AttributeTypeToName(
-                      static_cast<KGS57DefineInfo::AttributeType>(v))),
-                  letters[v - 1]);
-    }
-    EXPECT_EQ(Utf8(KGS57DefineInfo::FeatureTypeToName(KGS57DefineInfo::FeatureCartographic)),
-              "Cartographic");
 }
 
 TEST(KGS57DefineInfo, UnknownAndOutOfRangeValuesHaveNoName) {
