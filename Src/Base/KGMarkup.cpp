@@ -129,17 +129,33 @@ private:
     int m_limit;
 };
 
+// What the text said about itself before it was parsed.
+struct Prolog {
+    bool declaration = false;  // it opens with an XML declaration
+    std::string declared;      // the encoding that declaration names
+};
+
 // Why a parsed document is refused; empty when it is acceptable.
-std::string StructureProblem(const pugi::xml_document& doc) {
+std::string StructureProblem(pugi::xml_document& doc, const Prolog& prolog) {
     int roots = 0;
+    int declarations = 0;
     for (pugi::xml_node n = doc.first_child(); n; n = n.next_sibling()) {
         if (n.type() == pugi::node_doctype) return "DOCTYPE declarations are not accepted";
+        if (n.type() == pugi::node_declaration) ++declarations;
         if (IsElement(n)) ++roots;
     }
     if (roots == 0) return "no root element";
     if (roots > 1) return "more than one root element";
+    // The encoding was chosen from the declaration at the start of the text; one elsewhere, or
+    // one the parser reads differently, would be written back naming another encoding.
+    if (declarations > 1 || (declarations == 1 && !prolog.declaration)) {
+        return "the XML declaration must open the document, once";
+    }
+    if (declarations == 1 && prolog.declared != doc.first_child().attribute("encoding").value()) {
+        return "malformed XML declaration";
+    }
     DepthLimit walker(KGMarkup::MaxDepth);
-    if (!const_cast<pugi::xml_document&>(doc).traverse(walker)) {
+    if (!doc.traverse(walker)) {
         return "elements nested deeper than " + std::to_string(KGMarkup::MaxDepth);
     }
     return std::string();
@@ -198,8 +214,10 @@ private:
     int m_fd;
 };
 
-std::string SystemError(const std::string& what) {
-    return what + ": " + std::strerror(errno);
+// Takes no computed argument, so that errno is read before anything can change it.
+std::string SystemError(const char* what, const std::string& subject) {
+    const int err = errno;
+    return what + subject + ": " + std::strerror(err);
 }
 
 mode_t CurrentUmask() {
@@ -261,31 +279,32 @@ bool WriteAtomically(const std::string& path, const std::string& bytes, std::str
     name.push_back('\0');
     FileDescriptor fd(::mkostemp(name.data(), O_CLOEXEC));
     if (fd.Get() < 0) {
-        error = SystemError("cannot create a temporary file beside " + target);
+        error = SystemError("cannot create a temporary file beside ", target);
         return false;
     }
-    bool ok = false;
+    const char* failed = nullptr;
     if (!WriteAll(fd.Get(), bytes)) {
-        error = SystemError("cannot write " + target);
-    } else if (::fchmod(fd.Get(), mode) != 0) {
-        error = SystemError("cannot set the permissions of " + target);
-    } else if (::fsync(fd.Get()) != 0) {
-        error = SystemError("cannot flush " + target);
+        failed = "cannot write ";
     } else {
         // Keeping the owner only works with the privilege to do so; without it the new file
-        // belongs to the writer, as any rewritten file would.
+        // belongs to the writer, as any rewritten file would. Before fchmod, since a change
+        // of owner clears set-id bits.
         if (exists && (st.st_uid != ::geteuid() || st.st_gid != ::getegid())) {
             if (::fchown(fd.Get(), st.st_uid, st.st_gid) != 0) {
             }
         }
-        if (!fd.Close()) {
-            error = SystemError("cannot write " + target);
+        if (::fchmod(fd.Get(), mode) != 0) {
+            failed = "cannot set the permissions of ";
+        } else if (::fsync(fd.Get()) != 0) {
+            failed = "cannot flush ";
+        } else if (!fd.Close()) {
+            failed = "cannot write ";
         } else if (::rename(name.data(), target.c_str()) != 0) {
-            error = SystemError("cannot replace " + target);
-        } else {
-            ok = true;
+            failed = "cannot replace ";
         }
     }
+    const bool ok = failed == nullptr;
+    if (!ok) error = SystemError(failed, target);
     if (!ok) {
         fd.Close();
         ::unlink(name.data());
@@ -339,37 +358,48 @@ struct KGMarkup::Private {
         return false;
     }
 
-    bool Finish(const pugi::xml_parse_result& result, const TextEncoding::Encoding& enc) {
+    bool Finish(const pugi::xml_parse_result& result, const TextEncoding::Encoding& enc,
+                const Prolog& prolog) {
         if (!result) {
             return Fail(std::string(result.description()) + " at offset " +
                         std::to_string(result.offset));
         }
-        std::string problem = StructureProblem(doc);
+        std::string problem = StructureProblem(doc, prolog);
         if (!problem.empty()) return Fail(std::move(problem));
         encoding = enc;
         return true;
     }
 
-    // XML has no NUL character, and pugixml would silently stop reading at one.
-    bool HasNul(const char* data, size_t size) {
+    // Checks made on the UTF-8 text before it is parsed; false, with the document failed,
+    // when the text is refused.
+    bool Acceptable(const char* data, size_t size, const TextEncoding::Encoding& enc,
+                    Prolog& prolog) {
+        // XML has no NUL character, and pugixml would silently stop reading at one.
         if (const void* nul = std::memchr(data, 0, size)) {
-            Fail("NUL character at offset " + std::to_string(static_cast<const char*>(nul) - data));
-            return true;
+            return Fail("NUL character at offset " +
+                        std::to_string(static_cast<const char*>(nul) - data));
         }
-        return false;
+        prolog.declaration = TextEncoding::StartsWithDeclaration(data, size);
+        prolog.declared = TextEncoding::DeclaredEncoding(data, size);
+        if (!TextEncoding::Agrees(enc, prolog.declared)) {
+            return Fail("declared " + prolog.declared + " but read as " + enc.name);
+        }
+        return true;
     }
 
     bool ParseOwned(PugiBuffer buffer, size_t size, const TextEncoding::Encoding& enc) {
-        if (HasNul(buffer.get(), size)) return false;
+        Prolog prolog;
+        if (!Acceptable(buffer.get(), size, enc, prolog)) return false;
         return Finish(
             doc.load_buffer_inplace_own(buffer.release(), size, kParseOptions, pugi::encoding_utf8),
-            enc);
+            enc, prolog);
     }
 
     bool ParseCopy(const std::string& utf8, const TextEncoding::Encoding& enc) {
-        if (HasNul(utf8.data(), utf8.size())) return false;
+        Prolog prolog;
+        if (!Acceptable(utf8.data(), utf8.size(), enc, prolog)) return false;
         return Finish(doc.load_buffer(utf8.data(), utf8.size(), kParseOptions, pugi::encoding_utf8),
-                      enc);
+                      enc, prolog);
     }
 };
 
@@ -389,9 +419,9 @@ bool KGMarkup::Load(const PlixUnicodeString& path) {
         p.Clear();
         const std::string file = path.ToUtf8();
         FileDescriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
-        if (fd.Get() < 0) return p.Fail(SystemError("cannot open " + file));
+        if (fd.Get() < 0) return p.Fail(SystemError("cannot open ", file));
         struct stat st {};
-        if (::fstat(fd.Get(), &st) != 0) return p.Fail(SystemError("cannot read " + file));
+        if (::fstat(fd.Get(), &st) != 0) return p.Fail(SystemError("cannot read ", file));
         if (!S_ISREG(st.st_mode)) return p.Fail(file + " is not a regular file");
         if (st.st_size > MaxFileSize) {
             return p.Fail(file + " is larger than " + std::to_string(MaxFileSize) + " bytes");
@@ -403,7 +433,7 @@ bool KGMarkup::Load(const PlixUnicodeString& path) {
         while (got < size) {
             ssize_t n = ::read(fd.Get(), buffer.get() + got, size - got);
             if (n < 0 && errno == EINTR) continue;
-            if (n < 0) return p.Fail(SystemError("cannot read " + file));
+            if (n < 0) return p.Fail(SystemError("cannot read ", file));
             if (n == 0) break;  // the file shrank meanwhile; parse what is there
             got += static_cast<size_t>(n);
         }

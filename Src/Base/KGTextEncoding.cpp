@@ -102,8 +102,26 @@ bool IsKnownToIconv(const std::string& name) {
     return in.IsOpen() && out.IsOpen();
 }
 
+// XML's rule for encoding names. iconv is more forgiving (it skips characters it does not
+// expect), which would let a name through that reads differently once written back.
+bool IsValidName(const std::string& name) {
+    for (size_t i = 0; i < name.size(); ++i) {
+        const char c = name[i];
+        const bool letter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+        if (letter || (i > 0 && ((c >= '0' && c <= '9') || c == '.' || c == '_' || c == '-'))) {
+            continue;
+        }
+        return false;
+    }
+    return true;
+}
+
 bool FromName(const std::string& declared, Encoding& encoding, std::string& error) {
     encoding = Encoding();
+    if (!IsValidName(declared)) {
+        error = "invalid encoding name \"" + declared + "\"";
+        return false;
+    }
     if (IsUtf8Name(declared)) return true;
     if (IsUtf16Name(declared)) {
         encoding.form = Canonical(declared) == "UTF16BE" ? Form::Utf16BE : Form::Utf16LE;
@@ -122,11 +140,30 @@ bool FromName(const std::string& declared, Encoding& encoding, std::string& erro
 
 }  // namespace
 
+bool StartsWithDeclaration(const char* data, size_t size) {
+    // pugixml takes "<?xml" followed by a blank or "?" as the declaration.
+    return size >= 6 && std::memcmp(data, "<?xml", 5) == 0 && data[5] != '\0' &&
+           std::strchr(" \t\r\n?", data[5]) != nullptr;
+}
+
+bool Agrees(const Encoding& encoding, const std::string& declared) {
+    if (declared.empty()) return true;
+    switch (encoding.form) {
+        case Form::Utf8:
+            return IsUtf8Name(declared);
+        case Form::Utf16LE:
+        case Form::Utf16BE:
+            return IsUtf16Name(declared);
+        case Form::Iconv:
+            break;
+    }
+    return declared == encoding.name;
+}
+
 std::string DeclaredEncoding(const char* data, size_t size) {
+    if (!StartsWithDeclaration(data, size)) return std::string();
     // A declaration is short; a bounded look keeps a huge first line from being scanned.
     const size_t limit = size < 4096 ? size : 4096;
-    if (limit < 6 || std::memcmp(data, "<?xml", 5) != 0) return std::string();
-    if (std::strchr(" \t\r\n", data[5]) == nullptr || data[5] == '\0') return std::string();
     std::string decl(data, limit);
     size_t end = decl.find("?>");
     if (end == std::string::npos) return std::string();

@@ -22,6 +22,13 @@ struct Encoding {
 // empty when there is no declaration or it names no encoding.
 std::string DeclaredEncoding(const char* data, size_t size);
 
+// Whether the text opens with an XML declaration.
+bool StartsWithDeclaration(const char* data, size_t size);
+
+// Whether a declaration naming that encoding (empty: none named) may stand in a document read
+// as encoding: a byte order mark and the declaration must not contradict each other.
+bool Agrees(const Encoding& encoding, const std::string& declared);
+
 // The encoding of a document given as characters (already decoded), from its declaration.
 // False, with a reason, when the declaration names an encoding that cannot be written.
 bool EncodingOfText(const char* utf8, size_t size, Encoding& encoding, std::string& error);

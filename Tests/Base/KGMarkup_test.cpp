@@ -432,6 +432,9 @@ TEST(KGMarkupEncoding, RefusesTextItCannotDecode) {
         {"unknown encoding", "<?xml version=\"1.0\" encoding=\"x-no-such\"?><a/>"},
         {"invalid GB2312", "<?xml version=\"1.0\" encoding=\"GB2312\"?><a>\xFF\xFF</a>"},
         {"UTF-16 without BOM", "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a/>"},
+        {"BOM against declaration", "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"GBK\"?><a/>"},
+        {"control in the name", "<?xml version=\"1.0\" encoding=\"GBK\x01\"?><a/>"},
+        {"late declaration", "<!--c--><?xml version=\"1.0\" encoding=\"GBK\"?><a/>"},
         {"odd UTF-16", std::string("\xFF\xFE<\0a\0/\0>", 9)},
         {"UTF-32", std::string("\xFF\xFE\0\0<\0\0\0", 8)},
     };
