@@ -15,6 +15,7 @@ namespace KGC {
 namespace {
 
 constexpr size_t kAcronymLength = 6;
+constexpr size_t kScratchRecords = 32;
 
 bool IsLetter(char16_t ch) {
     return KGToolkit::IsBigLetter(ch) || KGToolkit::IsLittleLetter(ch);
@@ -24,25 +25,40 @@ bool IsNumeric(KGS57DefineInfo::AttributeType type) {
     return type == KGS57DefineInfo::AttrEnumerated || type == KGS57DefineInfo::AttrInteger;
 }
 
+// How many conditions the loop below appends: one per acronym, each acronym followed by a value
+// that runs up to the next letter.
+size_t CountConditions(std::u16string_view text) {
+    size_t count = 0;
+    size_t pos = 0;
+    while (pos < text.size()) {
+        ++count;
+        pos = std::min(text.size(), pos + kAcronymLength);
+        while (pos < text.size() && !IsLetter(text[pos])) ++pos;
+    }
+    return count;
+}
+
 }  // namespace
 
-void KGChartLookupTable::ParseAttributeCombination(
-    PlixUnicodeString& entry, PLIX::PlixArray<KGChartAttributeCondition>& conditions) {
-    const PlixUnicodeString field = lookup::CutQuotedField(entry);
-    if (field.IsEmpty()) {
+namespace lookup {
+
+void ParseConditions(View text, PLIX::PlixArray<KGChartAttributeCondition>& conditions) {
+    if (text.empty()) {
         // An entry without conditions applies to every feature: one catch-all condition.
         conditions.Add(KGChartAttributeCondition());
         return;
     }
     const KGS57Config* registry = KGS57Config::GetInstance();
-    // One record for every condition: the copies of the registry reuse its storage.
-    KGS57Attribute attribute;
-    const std::u16string& text = field.Str();
+    // The registry answers with a full copy of the attribute, allowed values included. The
+    // copies go into a few records kept per thread, chosen by acronym: a record mostly receives
+    // the attribute it held before, so that copying reuses its storage instead of allocating.
+    static thread_local KGS57Attribute scratch[kScratchRecords];
+    if (conditions.IsEmpty()) conditions.Items().reserve(CountConditions(text));
     size_t pos = 0;
     while (pos < text.size()) {
         KGChartAttributeCondition condition;
         const size_t acronymLength = std::min(kAcronymLength, text.size() - pos);
-        condition.AttributeAcronym = PlixUnicodeString(text.substr(pos, acronymLength));
+        condition.AttributeAcronym = ToString(text.substr(pos, acronymLength));
         pos += acronymLength;
         if (pos == text.size()) {
             conditions.Add(std::move(condition));
@@ -52,18 +68,28 @@ void KGChartLookupTable::ParseAttributeCombination(
         // acronym. Blanks, commas and "?" belong to the value.
         size_t end = pos;
         while (end < text.size() && !IsLetter(text[end])) ++end;
-        PlixUnicodeString value(text.substr(pos, end - pos));
+        const View value = text.substr(pos, end - pos);
         pos = end;
         // An attribute the dictionary does not know keeps neither value.
+        KGS57Attribute& attribute =
+            scratch[std::hash<PlixUnicodeString>()(condition.AttributeAcronym) % kScratchRecords];
         if (registry->GetS57Attributes(condition.AttributeAcronym, attribute)) {
             if (IsNumeric(attribute.type)) {
-                condition.IntegerValue = lookup::ToInt32(kgatol(value));
+                condition.IntegerValue = ReadInt32(value);
             } else {
-                condition.TextValue = std::move(value);
+                condition.TextValue = ToString(value);
             }
         }
         conditions.Add(std::move(condition));
     }
+}
+
+}  // namespace lookup
+
+void KGChartLookupTable::ParseAttributeCombination(
+    PlixUnicodeString& entry, PLIX::PlixArray<KGChartAttributeCondition>& conditions) {
+    const PlixUnicodeString field = lookup::CutQuotedField(entry);
+    lookup::ParseConditions(field.Str(), conditions);
 }
 
 }  // namespace KGC

@@ -9,6 +9,7 @@
 using PLIX::PlixUnicodeString;
 
 namespace KGC {
+namespace lookup {
 namespace {
 
 enum class Instruction { SY, LC, LS, AC, AP, TX, TE, CS, Invalid };
@@ -39,7 +40,7 @@ Instruction ToInstruction(char16_t first, char16_t second) {
 // read in one pass. Invalid for an unknown code, and for an instruction whose "(" does not
 // follow the code or whose ")" is missing: nothing sensible follows those, so the parse ends
 // there rather than searching on for a parenthesis.
-Instruction NextInstruction(const std::u16string& text, size_t& pos, PlixUnicodeString& args) {
+Instruction NextInstruction(View text, size_t& pos, View& args) {
     if (text.size() - pos < 2) return Instruction::Invalid;
     const char16_t first = text[pos];
     const char16_t second = text[pos + 1];
@@ -49,21 +50,19 @@ Instruction NextInstruction(const std::u16string& text, size_t& pos, PlixUnicode
     while (pos < text.size() && (text[pos] == first || text[pos] == second)) ++pos;
     if (pos >= text.size() || text[pos] != u'(') return Instruction::Invalid;
     const size_t close = text.find(u')', pos + 1);
-    if (close == std::u16string::npos) return Instruction::Invalid;
-    args = PlixUnicodeString(text.substr(pos + 1, close - pos - 1));
+    if (close == View::npos) return Instruction::Invalid;
+    args = text.substr(pos + 1, close - pos - 1);
     pos = close + 1;
     while (pos < text.size() && text[pos] == u';') ++pos;
     return code;
 }
 
-// Runs the instruction loop over the entry's instruction field; apply returns false for a
-// code the kind does not accept.
+// Runs the instruction loop over the field; apply returns false for a code the kind does not
+// accept.
 template <typename Apply>
-bool ParseInstructions(PlixUnicodeString& entry, Apply apply) {
-    const PlixUnicodeString field = lookup::CutQuotedField(entry);
-    const std::u16string& text = field.Str();
+bool ParseInstructions(View text, Apply apply) {
     size_t pos = 0;
-    PlixUnicodeString args;
+    View args;
     while (pos < text.size()) {
         const Instruction code = NextInstruction(text, pos, args);
         if (code == Instruction::Invalid || !apply(code, args)) return false;
@@ -71,187 +70,106 @@ bool ParseInstructions(PlixUnicodeString& entry, Apply apply) {
     return true;
 }
 
-void ApplyProcedure(const PlixUnicodeString& args, PlixUnicodeString& procedure,
-                    bool& hasProcedure) {
-    procedure = args;
-    if (!args.IsEmpty()) hasProcedure = true;
+void ApplyProcedure(View args, PlixUnicodeString& procedure, bool& hasProcedure) {
+    procedure = ToString(args);
+    if (!args.empty()) hasProcedure = true;
 }
 
-void AddText(Instruction code, PlixUnicodeString& args, PLIX::PlixArray<KGChartTextFormat>& texts) {
+void AddText(Instruction code, View args, PLIX::PlixArray<KGChartTextFormat>& texts) {
     KGChartTextFormat text;
     if (code == Instruction::TX) {
-        KGChartLookupTable::ParseTX(args, text);
+        ParseText(args, text);
     } else {
-        KGChartLookupTable::ParseTE(args, text);
+        ParseFormattedText(args, text);
     }
     texts.Add(std::move(text));
 }
 
-void AddSymbol(PlixUnicodeString& args, PLIX::PlixArray<KGChartSymbolMarkerStyle>& symbols) {
+void AddSymbol(View args, PLIX::PlixArray<KGChartSymbolMarkerStyle>& symbols) {
     KGChartSymbolMarkerStyle symbol;
-    KGChartLookupTable::ParseSY(args, symbol);
+    ParseSymbol(args, symbol);
     symbols.Add(std::move(symbol));
 }
 
 // Cuts the next comma-separated argument off args when it is not empty (its comma stands
 // after the first character); false, leaving args alone, otherwise.
-bool NextTextArgument(PlixUnicodeString& args, PlixUnicodeString& value) {
-    const int comma = args.Find(u',');
-    if (comma <= 0) return false;
-    value = args.Left(comma);
-    args.Delete(0, comma + 1);
+bool NextTextArgument(View& args, View& value) {
+    const size_t comma = args.find(u',');
+    if (comma == View::npos || comma == 0) return false;
+    value = args.substr(0, comma);
+    args.remove_prefix(comma + 1);
     return true;
+}
+
+View TrimQuotes(View text) {
+    while (!text.empty() && text.front() == u'\'') text.remove_prefix(1);
+    while (!text.empty() && text.back() == u'\'') text.remove_suffix(1);
+    return text;
+}
+
+bool IsBlank(char16_t ch) {
+    return ch == u'\r' || ch == u'\n' || ch == u'\t' || ch == u' ';
 }
 
 // The arguments that TX and TE share after their text: HJUST, VJUST, SPACE, CHARS, XOFFS,
 // YOFFS, COLOUR, DISPLAY. The first empty argument ends the reading and empties args; the
 // arguments from there on keep their defaults.
-void ParseTextPlacement(PlixUnicodeString& args, KGChartTextFormat& text) {
-    PlixUnicodeString value;
+void ParseTextPlacement(View& args, KGChartTextFormat& text) {
+    View value;
     int32_t* const numbers[] = {
         &text.HJust,   &text.VJust,   &text.Space,
         nullptr,                                 // CHARS, the font specification: not kept
         &text.XOffset, &text.YOffset, nullptr};  // COLOUR: deliberately dropped
     for (int32_t* number : numbers) {
         if (!NextTextArgument(args, value)) {
-            args.Empty();
+            args = View();
             return;
         }
-        if (number != nullptr) *number = lookup::ToInt32(kgatol(value));
+        if (number != nullptr) *number = ReadInt32(value);
     }
     // DISPLAY, not kept.
-    if (!NextTextArgument(args, value)) args.Empty();
+    if (!NextTextArgument(args, value)) args = View();
+}
+
+// The public form of an argument parser: the view-based one on the text, which is then left
+// as the view was.
+template <typename Target>
+void ConsumeArguments(void (*parse)(View&, Target&), PlixUnicodeString& args, Target& target) {
+    View rest = args.Str();
+    parse(rest, target);
+    args = ToString(rest);
 }
 
 }  // namespace
 
-bool KGChartLookupTable::ParseSymbolizationInstructionpPoint(PlixUnicodeString& entry,
-                                                             PlixUnicodeString& procedure,
-                                                             KGChartPointObjectStyle* style) {
-    if (style == nullptr) return false;
-    return ParseInstructions(entry, [&](Instruction code, PlixUnicodeString& args) {
-        switch (code) {
-            case Instruction::SY:
-                AddSymbol(args, style->Symbols);
-                break;
-            case Instruction::TE:
-            case Instruction::TX:
-                AddText(code, args, style->Texts);
-                break;
-            case Instruction::CS:
-                ApplyProcedure(args, procedure, style->HasProcedure);
-                return true;
-            default:
-                // Deliberate: a line or area instruction fails the whole point entry.
-                return false;
-        }
-        style->HasInstruction = true;
-        return true;
-    });
-}
-
-bool KGChartLookupTable::ParseSymbolizationInstructionpLine(PlixUnicodeString& entry,
-                                                            PlixUnicodeString& procedure,
-                                                            KGChartLineObjectStyle* style) {
-    if (style == nullptr) return false;
-    return ParseInstructions(entry, [&](Instruction code, PlixUnicodeString& args) {
-        switch (code) {
-            case Instruction::SY:
-                ParseSY(args, style->Symbol);
-                break;
-            case Instruction::LC:
-                style->ComplexLineName = args;
-                break;
-            case Instruction::LS:
-                ParseLS(args, style->LineStyle);
-                break;
-            case Instruction::TE:
-            case Instruction::TX:
-                AddText(code, args, style->Texts);
-                break;
-            case Instruction::CS:
-                ApplyProcedure(args, procedure, style->HasProcedure);
-                return true;
-            default:
-                // Deliberate: an area fill fails the whole line entry.
-                return false;
-        }
-        style->HasInstruction = true;
-        return true;
-    });
-}
-
-bool KGChartLookupTable::ParseSymbolizationInstructionpArea(PlixUnicodeString& entry,
-                                                            PlixUnicodeString& procedure,
-                                                            KGChartAreaObjectStyle* style) {
-    if (style == nullptr) return false;
-    return ParseInstructions(entry, [&](Instruction code, PlixUnicodeString& args) {
-        switch (code) {
-            case Instruction::SY:
-                AddSymbol(args, style->Symbols);
-                break;
-            case Instruction::LC:
-                style->ComplexLineName = args;
-                break;
-            case Instruction::LS:
-                ParseLS(args, style->LineStyle);
-                break;
-            case Instruction::TE:
-            case Instruction::TX:
-                AddText(code, args, style->Texts);
-                break;
-            case Instruction::CS:
-                ApplyProcedure(args, procedure, style->HasProcedure);
-                return true;
-            case Instruction::AP:
-                style->PatternName = args;
-                break;
-            case Instruction::AC: {
-                const int comma = args.Find(u',');
-                if (comma < 0) {
-                    style->FillColorToken = args;
-                    break;
-                }
-                style->FillColorToken = args.Left(comma);
-                // Deliberately a single digit: "AC(CHBRN,35)" is transparency 3.
-                style->FillTransparency = kgatoi(args.Mid(comma + 1, 1));
-                break;
-            }
-            default:
-                return false;
-        }
-        style->HasInstruction = true;
-        return true;
-    });
-}
-
-void KGChartLookupTable::ParseSY(PlixUnicodeString& args, KGChartSymbolMarkerStyle& symbol) {
-    const int comma = args.Find(u',');
-    if (comma < 0) {
-        symbol.SymbolName = args;
-        args.Empty();
+void ParseSymbol(View& args, KGChartSymbolMarkerStyle& symbol) {
+    const size_t comma = args.find(u',');
+    if (comma == View::npos) {
+        symbol.SymbolName = ToString(args);
+        args = View();
         return;
     }
-    symbol.SymbolName = args.Left(comma);
-    args.Delete(0, comma);
+    symbol.SymbolName = ToString(args.substr(0, comma));
+    args.remove_prefix(comma);
     // Only the exact upper-case word turns the symbol by the feature's attribute; "orient"
     // reads as the number 0.
-    if (args.Mid(1, 6) == PlixUnicodeString(u"ORIENT")) {
+    if (args.substr(1, 6) == u"ORIENT") {
         symbol.RotateByOrient = true;
         symbol.Rotation = 0.0;
         return;
     }
-    args.Delete(0, 1);
-    if (args.IsEmpty()) return;
-    args.Trim();
+    args.remove_prefix(1);
+    if (args.empty()) return;
+    while (!args.empty() && IsBlank(args.front())) args.remove_prefix(1);
+    while (!args.empty() && IsBlank(args.back())) args.remove_suffix(1);
     symbol.RotateByOrient = false;
-    symbol.Rotation = kgatof(args);
+    symbol.Rotation = kgatof(ToString(args));
 }
 
-void KGChartLookupTable::ParseLS(PlixUnicodeString& args, KGChartLineStyle& line) {
-    int comma = args.Find(u',');
-    if (comma >= 0) {
-        const PlixUnicodeString word = args.Left(comma);
+void ParseLine(View& args, KGChartLineStyle& line) {
+    size_t comma = args.find(u',');
+    if (comma != View::npos) {
+        const PlixUnicodeString word = ToString(args.substr(0, comma));
         if (word.CompareNoCase(u"SOLD") == 0) {
             line.Pattern = KGChartLineStyle::Solid;
         } else if (word.CompareNoCase(u"DASH") == 0) {
@@ -259,40 +177,176 @@ void KGChartLookupTable::ParseLS(PlixUnicodeString& args, KGChartLineStyle& line
         } else if (word.CompareNoCase(u"DOTT") == 0) {
             line.Pattern = KGChartLineStyle::Dotted;
         }
-        args.Delete(0, comma + 1);
+        args.remove_prefix(comma + 1);
     }
-    comma = args.Find(u',');
-    if (comma >= 0) {
-        line.Width = lookup::ToInt32(kgatol(args.Left(comma)));
-        args.Delete(0, comma + 1);
+    comma = args.find(u',');
+    if (comma != View::npos) {
+        line.Width = ReadInt32(args.substr(0, comma));
+        args.remove_prefix(comma + 1);
     }
-    line.ColorToken = args;
-    args.Empty();
+    line.ColorToken = ToString(args);
+    args = View();
+}
+
+void ParseText(View& args, KGChartTextFormat& text) {
+    View value;
+    if (!NextTextArgument(args, value)) {
+        args = View();
+        return;
+    }
+    text.Text = ToString(TrimQuotes(value));
+    ParseTextPlacement(args, text);
+}
+
+void ParseFormattedText(View& args, KGChartTextFormat& text) {
+    View value;
+    if (!NextTextArgument(args, value)) {
+        args = View();
+        return;
+    }
+    text.Format = ToString(TrimQuotes(value));
+    if (!NextTextArgument(args, value)) {
+        args = View();
+        return;
+    }
+    text.Text = ToString(TrimQuotes(value));
+    ParseTextPlacement(args, text);
+}
+
+bool ParsePointInstructions(View field, PlixUnicodeString& procedure,
+                            KGChartPointObjectStyle& style) {
+    return ParseInstructions(field, [&](Instruction code, View args) {
+        switch (code) {
+            case Instruction::SY:
+                AddSymbol(args, style.Symbols);
+                break;
+            case Instruction::TE:
+            case Instruction::TX:
+                AddText(code, args, style.Texts);
+                break;
+            case Instruction::CS:
+                ApplyProcedure(args, procedure, style.HasProcedure);
+                return true;
+            default:
+                // Deliberate: a line or area instruction fails the whole point entry.
+                return false;
+        }
+        style.HasInstruction = true;
+        return true;
+    });
+}
+
+bool ParseLineInstructions(View field, PlixUnicodeString& procedure,
+                           KGChartLineObjectStyle& style) {
+    return ParseInstructions(field, [&](Instruction code, View args) {
+        switch (code) {
+            case Instruction::SY:
+                ParseSymbol(args, style.Symbol);
+                break;
+            case Instruction::LC:
+                style.ComplexLineName = ToString(args);
+                break;
+            case Instruction::LS:
+                ParseLine(args, style.LineStyle);
+                break;
+            case Instruction::TE:
+            case Instruction::TX:
+                AddText(code, args, style.Texts);
+                break;
+            case Instruction::CS:
+                ApplyProcedure(args, procedure, style.HasProcedure);
+                return true;
+            default:
+                // Deliberate: an area fill fails the whole line entry.
+                return false;
+        }
+        style.HasInstruction = true;
+        return true;
+    });
+}
+
+bool ParseAreaInstructions(View field, PlixUnicodeString& procedure,
+                           KGChartAreaObjectStyle& style) {
+    return ParseInstructions(field, [&](Instruction code, View args) {
+        switch (code) {
+            case Instruction::SY:
+                AddSymbol(args, style.Symbols);
+                break;
+            case Instruction::LC:
+                style.ComplexLineName = ToString(args);
+                break;
+            case Instruction::LS:
+                ParseLine(args, style.LineStyle);
+                break;
+            case Instruction::TE:
+            case Instruction::TX:
+                AddText(code, args, style.Texts);
+                break;
+            case Instruction::CS:
+                ApplyProcedure(args, procedure, style.HasProcedure);
+                return true;
+            case Instruction::AP:
+                style.PatternName = ToString(args);
+                break;
+            case Instruction::AC: {
+                const size_t comma = args.find(u',');
+                if (comma == View::npos) {
+                    style.FillColorToken = ToString(args);
+                    break;
+                }
+                style.FillColorToken = ToString(args.substr(0, comma));
+                // Deliberately a single digit: "AC(CHBRN,35)" is transparency 3.
+                style.FillTransparency = kgatoi(ToString(args.substr(comma + 1, 1)));
+                break;
+            }
+            default:
+                return false;
+        }
+        style.HasInstruction = true;
+        return true;
+    });
+}
+
+}  // namespace lookup
+
+bool KGChartLookupTable::ParseSymbolizationInstructionpPoint(PlixUnicodeString& entry,
+                                                             PlixUnicodeString& procedure,
+                                                             KGChartPointObjectStyle* style) {
+    if (style == nullptr) return false;
+    const PlixUnicodeString field = lookup::CutQuotedField(entry);
+    return lookup::ParsePointInstructions(field.Str(), procedure, *style);
+}
+
+bool KGChartLookupTable::ParseSymbolizationInstructionpLine(PlixUnicodeString& entry,
+                                                            PlixUnicodeString& procedure,
+                                                            KGChartLineObjectStyle* style) {
+    if (style == nullptr) return false;
+    const PlixUnicodeString field = lookup::CutQuotedField(entry);
+    return lookup::ParseLineInstructions(field.Str(), procedure, *style);
+}
+
+bool KGChartLookupTable::ParseSymbolizationInstructionpArea(PlixUnicodeString& entry,
+                                                            PlixUnicodeString& procedure,
+                                                            KGChartAreaObjectStyle* style) {
+    if (style == nullptr) return false;
+    const PlixUnicodeString field = lookup::CutQuotedField(entry);
+    return lookup::ParseAreaInstructions(field.Str(), procedure, *style);
+}
+
+void KGChartLookupTable::ParseSY(PlixUnicodeString& args, KGChartSymbolMarkerStyle& symbol) {
+    lookup::ConsumeArguments(lookup::ParseSymbol, args, symbol);
+}
+
+void KGChartLookupTable::ParseLS(PlixUnicodeString& args, KGChartLineStyle& line) {
+    lookup::ConsumeArguments(lookup::ParseLine, args, line);
 }
 
 void KGChartLookupTable::ParseTX(PlixUnicodeString& args, KGChartTextFormat& text) {
-    PlixUnicodeString value;
-    if (!NextTextArgument(args, value)) {
-        args.Empty();
-        return;
-    }
-    text.Text = value.Trim(u'\'');
-    ParseTextPlacement(args, text);
+    lookup::ConsumeArguments(lookup::ParseText, args, text);
 }
 
 void KGChartLookupTable::ParseTE(PlixUnicodeString& args, KGChartTextFormat& text) {
-    PlixUnicodeString value;
-    if (!NextTextArgument(args, value)) {
-        args.Empty();
-        return;
-    }
-    text.Format = value.Trim(u'\'');
-    if (!NextTextArgument(args, value)) {
-        args.Empty();
-        return;
-    }
-    text.Text = value.Trim(u'\'');
-    ParseTextPlacement(args, text);
+    lookup::ConsumeArguments(lookup::ParseFormattedText, args, text);
 }
 
 }  // namespace KGC

@@ -1,7 +1,8 @@
-// The quoted fields of a look-up entry other than the attribute combination and the
-// symbolization instructions.
+// The quoted fields of a look-up entry: cutting them, and the fields other than the attribute
+// combination and the symbolization instructions.
 #include "KGChartLookupFields.h"
 
+#include <algorithm>
 #include <climits>
 
 #include "Base/KGNumber.h"
@@ -11,6 +12,16 @@ using PLIX::PlixUnicodeString;
 
 namespace KGC {
 namespace lookup {
+
+int32_t ToInt32(long long value) {
+    if (value > INT_MAX) return INT_MAX;
+    if (value < INT_MIN) return INT_MIN;
+    return static_cast<int32_t>(value);
+}
+
+int32_t ReadInt32(View text) {
+    return ToInt32(kgatol(ToString(text)));
+}
 
 PlixUnicodeString CutQuotedField(PlixUnicodeString& entry) {
     PlixUnicodeString field;
@@ -24,10 +35,72 @@ PlixUnicodeString CutQuotedField(PlixUnicodeString& entry) {
     return field;
 }
 
-int32_t ToInt32(long long value) {
-    if (value > INT_MAX) return INT_MAX;
-    if (value < INT_MIN) return INT_MIN;
-    return static_cast<int32_t>(value);
+bool EntryCursor::FindQuotes(size_t& first, size_t& second) const {
+    first = m_rest.find(u'"');
+    if (first == View::npos) return false;
+    second = m_rest.find(u'"', first + 1);
+    return second != View::npos;
+}
+
+void EntryCursor::SkipCommas() {
+    size_t n = 0;
+    while (n < m_rest.size() && m_rest[n] == u',') ++n;
+    m_rest.remove_prefix(n);
+}
+
+View EntryCursor::Cut() {
+    size_t first = 0;
+    size_t second = 0;
+    if (!FindQuotes(first, second)) {
+        SkipCommas();
+        return View();
+    }
+    return CutAt(first, second);
+}
+
+View EntryCursor::CutAt(size_t first, size_t second) {
+    View field;
+    if (first == 0) {
+        field = m_rest.substr(1, second - 1);
+        m_rest.remove_prefix(second + 1);
+    } else {
+        // As CutQuotedField: second + 1 characters go from the opening quote on.
+        m_field.assign(m_rest.substr(first + 1, second - first - 1));
+        std::u16string edited(m_rest.substr(0, first));
+        const size_t resume = std::min(m_rest.size(), first + second + 1);
+        edited.append(m_rest.substr(resume));
+        m_edited.swap(edited);
+        m_rest = m_edited;
+        field = m_field;
+    }
+    SkipCommas();
+    return field;
+}
+
+View EntryCursor::CutAcronym() {
+    size_t first = 0;
+    size_t second = 0;
+    if (!FindQuotes(first, second) || second - first != 7) return View();
+    return CutAt(first, second);
+}
+
+View EntryCursor::CutLast() {
+    size_t first = 0;
+    size_t second = 0;
+    View field;
+    if (FindQuotes(first, second)) field = m_rest.substr(first + 1, second - first - 1);
+    m_rest = View();
+    return field;
+}
+
+KGS52DisplayCategory ParseCategory(View field) {
+    if (field.empty()) return KGChartDisplayCategory::Standard;
+    // The spellings the tables use, recognised without building a string; every other text
+    // gets the case-insensitive match.
+    if (field == u"STANDARD") return KGChartDisplayCategory::Standard;
+    if (field == u"DISPLAYBASE") return KGChartDisplayCategory::DisplayBase;
+    if (field == u"OTHER") return KGChartDisplayCategory::Other;
+    return KGChartDisplayCategory::GetDisplayCategory(ToString(field));
 }
 
 }  // namespace lookup
@@ -49,9 +122,7 @@ PlixUnicodeString KGChartLookupTable::ParseRadar(PlixUnicodeString& entry) {
 }
 
 KGS52DisplayCategory KGChartLookupTable::ParerDisplayCategory(PlixUnicodeString& entry) {
-    PlixUnicodeString field = lookup::CutQuotedField(entry);
-    if (field.IsEmpty()) return KGChartDisplayCategory::Standard;
-    return KGChartDisplayCategory::GetDisplayCategory(field);
+    return lookup::ParseCategory(lookup::CutQuotedField(entry).Str());
 }
 
 int32_t KGChartLookupTable::ParseGroup(PlixUnicodeString& entry) {

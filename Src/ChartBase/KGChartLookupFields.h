@@ -1,12 +1,40 @@
-// Internal helpers shared by the look-up table parsers; not installed.
+// Internal pieces shared by the look-up table parsers; not installed.
+//
+// The public parsers consume their text the way the table format defines: each cuts its field
+// off the front of the entry. Loading a table does the same work on views of one line through
+// EntryCursor, which gives exactly the fields the chain of public parsers would, without
+// copying the rest of the entry at every cut.
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
+#include "Base/PlixArray.h"
 #include "Base/PlixUnicodeString.h"
+#include "ChartBase/KGChartDisplayTypes.h"
 
 namespace KGC {
+
+class KGChartAttributeCondition;
+class KGChartPointObjectStyle;
+class KGChartLineObjectStyle;
+class KGChartAreaObjectStyle;
+class KGChartSymbolMarkerStyle;
+class KGChartLineStyle;
+class KGChartTextFormat;
+
 namespace lookup {
+
+using View = std::u16string_view;
+
+inline PLIX::PlixUnicodeString ToString(View text) {
+    return PLIX::PlixUnicodeString(std::u16string(text));
+}
+
+// A number read from a field with kgatol, saturated into 32 bits.
+int32_t ToInt32(long long value);
+int32_t ReadInt32(View text);
 
 // Cuts the first double-quoted field off the entry and returns its text. Deletes as many
 // characters from the opening quote as the closing quote's index + 1, which is exactly the
@@ -15,8 +43,47 @@ namespace lookup {
 // quotes the field is empty and only the commas go.
 PLIX::PlixUnicodeString CutQuotedField(PLIX::PlixUnicodeString& entry);
 
-// A number read from a field, saturated into 32 bits.
-int32_t ToInt32(long long value);
+// The fields of one entry line, cut in order with the rules of CutQuotedField. A returned view
+// stays valid until the next cut.
+class EntryCursor {
+public:
+    // The line must outlive the cursor.
+    explicit EntryCursor(const PLIX::PlixUnicodeString& line) : m_rest(line.Str()) {}
+
+    View Cut();
+    // The object acronym field when it holds exactly six characters, else empty and nothing
+    // is cut.
+    View CutAcronym();
+    // The viewing group field; everything after it is dropped.
+    View CutLast();
+
+private:
+    bool FindQuotes(size_t& first, size_t& second) const;
+    View CutAt(size_t first, size_t second);
+    void SkipCommas();
+
+    View m_rest;
+    // Storage for the rare entry with text before a field's opening quote, where a cut is not
+    // a prefix of the rest.
+    std::u16string m_edited;
+    std::u16string m_field;
+};
+
+// The operations of the public parsers, on a field already cut.
+void ParseConditions(View field, PLIX::PlixArray<KGChartAttributeCondition>& conditions);
+bool ParsePointInstructions(View field, PLIX::PlixUnicodeString& procedure,
+                            KGChartPointObjectStyle& style);
+bool ParseLineInstructions(View field, PLIX::PlixUnicodeString& procedure,
+                           KGChartLineObjectStyle& style);
+bool ParseAreaInstructions(View field, PLIX::PlixUnicodeString& procedure,
+                           KGChartAreaObjectStyle& style);
+KGS52DisplayCategory ParseCategory(View field);
+
+// The argument parsers; args is left as the public parser would leave its text.
+void ParseSymbol(View& args, KGChartSymbolMarkerStyle& symbol);
+void ParseLine(View& args, KGChartLineStyle& line);
+void ParseText(View& args, KGChartTextFormat& text);
+void ParseFormattedText(View& args, KGChartTextFormat& text);
 
 }  // namespace lookup
 }  // namespace KGC

@@ -9,6 +9,7 @@
 #include "Base/KGFileStdio.h"
 #include "Base/KGLogFile.h"
 #include "Base/PlixTypes.h"
+#include "KGChartLookupFields.h"
 
 using PLIX::PlixUnicodeString;
 
@@ -72,7 +73,8 @@ void ReadEntries(KGChartLookupTable& reader, KGFileStdio& file, Map& table, Pars
         procedure.Empty();
         PlixUnicodeString acronym = parseEntry(line, style.get(), procedure);
         if (acronym.IsEmpty()) continue;
-        if (!group.ObjectAcronym.IsEmpty() && acronym.CompareNoCase(group.ObjectAcronym) != 0) {
+        if (!group.ObjectAcronym.IsEmpty() && acronym != group.ObjectAcronym &&
+            acronym.CompareNoCase(group.ObjectAcronym) != 0) {
             StoreGroup(table, group);
         }
         if (group.ObjectAcronym.IsEmpty()) {
@@ -185,19 +187,32 @@ PlixUnicodeString KGChartLookupTable::ReadLineString() {
     return line;
 }
 
+namespace {
+
+// One entry's fields in order, each cut as the public field parsers cut it; the instruction
+// parser of the kind fills the drawing fields.
+template <typename Style, typename ParseInstructions>
+PlixUnicodeString ParseEntry(const PlixUnicodeString& line, Style& style,
+                             PlixUnicodeString& procedure, ParseInstructions parseInstructions) {
+    lookup::EntryCursor entry(line);
+    PlixUnicodeString acronym = lookup::ToString(entry.CutAcronym());
+    lookup::ParseConditions(entry.Cut(), style.AttributeConditions);
+    parseInstructions(entry.Cut(), procedure, style);
+    const lookup::View priority = entry.Cut();
+    style.DisplayPriority = priority.empty() ? 0 : lookup::ReadInt32(priority);
+    entry.Cut();  // radar: not kept
+    style.DisplayCategory = lookup::ParseCategory(entry.Cut());
+    entry.CutLast();  // viewing group: not kept
+    return acronym;
+}
+
+}  // namespace
+
 PlixUnicodeString KGChartLookupTable::ParseOneLineStringPoint(const PlixUnicodeString& line,
                                                               KGChartPointObjectStyle* style,
                                                               PlixUnicodeString& procedure) {
     if (line.IsEmpty() || style == nullptr) return PlixUnicodeString();
-    PlixUnicodeString entry(line);
-    PlixUnicodeString acronym = ParseObjectAcronym(entry);
-    ParseAttributeCombination(entry, style->AttributeConditions);
-    ParseSymbolizationInstructionpPoint(entry, procedure, style);
-    style->DisplayPriority = ParseDisplayPriority(entry);
-    ParseRadar(entry);
-    style->DisplayCategory = ParerDisplayCategory(entry);
-    ParseGroup(entry);
-    return acronym;
+    return ParseEntry(line, *style, procedure, lookup::ParsePointInstructions);
 }
 
 // The line and area forms require a style, as documented; only the point form tests it.
@@ -205,30 +220,14 @@ PlixUnicodeString KGChartLookupTable::ParseOneLineStringLine(const PlixUnicodeSt
                                                              KGChartLineObjectStyle* style,
                                                              PlixUnicodeString& procedure) {
     if (line.IsEmpty()) return PlixUnicodeString();
-    PlixUnicodeString entry(line);
-    PlixUnicodeString acronym = ParseObjectAcronym(entry);
-    ParseAttributeCombination(entry, style->AttributeConditions);
-    ParseSymbolizationInstructionpLine(entry, procedure, style);
-    style->DisplayPriority = ParseDisplayPriority(entry);
-    ParseRadar(entry);
-    style->DisplayCategory = ParerDisplayCategory(entry);
-    ParseGroup(entry);
-    return acronym;
+    return ParseEntry(line, *style, procedure, lookup::ParseLineInstructions);
 }
 
 PlixUnicodeString KGChartLookupTable::ParseOneLineStringArea(const PlixUnicodeString& line,
                                                              KGChartAreaObjectStyle* style,
                                                              PlixUnicodeString& procedure) {
     if (line.IsEmpty()) return PlixUnicodeString();
-    PlixUnicodeString entry(line);
-    PlixUnicodeString acronym = ParseObjectAcronym(entry);
-    ParseAttributeCombination(entry, style->AttributeConditions);
-    ParseSymbolizationInstructionpArea(entry, procedure, style);
-    style->DisplayPriority = ParseDisplayPriority(entry);
-    ParseRadar(entry);
-    style->DisplayCategory = ParerDisplayCategory(entry);
-    ParseGroup(entry);
-    return acronym;
+    return ParseEntry(line, *style, procedure, lookup::ParseAreaInstructions);
 }
 
 }  // namespace KGC

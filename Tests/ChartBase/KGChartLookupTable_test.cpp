@@ -128,6 +128,79 @@ TEST(LookupFieldsTest, OneLineFillsTheStyle) {
     EXPECT_TRUE(KGChartLookupTable::ParseOneLineStringArea("", nullptr, unused).IsEmpty());
 }
 
+// The loader reads an entry in one pass; it must give what the field parsers give in turn.
+KGChartAreaObjectStyle FieldByField(const std::string& line, std::string& acronym,
+                                    std::string& procedure) {
+    KGChartAreaObjectStyle style;
+    PlixUnicodeString entry(line);
+    PlixUnicodeString proc;
+    acronym = KGChartLookupTable::ParseObjectAcronym(entry).ToUtf8();
+    KGChartLookupTable::ParseAttributeCombination(entry, style.AttributeConditions);
+    KGChartLookupTable::ParseSymbolizationInstructionpArea(entry, proc, &style);
+    style.DisplayPriority = KGChartLookupTable::ParseDisplayPriority(entry);
+    KGChartLookupTable::ParseRadar(entry);
+    style.DisplayCategory = KGChartLookupTable::ParerDisplayCategory(entry);
+    KGChartLookupTable::ParseGroup(entry);
+    procedure = proc.ToUtf8();
+    return style;
+}
+
+std::string Describe(const KGChartAreaObjectStyle& s) {
+    std::string d;
+    for (const auto& c : s.AttributeConditions) {
+        d += "[" + c.AttributeAcronym.ToUtf8() + "|" + std::to_string(c.IntegerValue) + "|" +
+             c.TextValue.ToUtf8() + "]";
+    }
+    d += " cat " + std::to_string(s.DisplayCategory) + " pri " + std::to_string(s.DisplayPriority);
+    d += " lc " + s.ComplexLineName.ToUtf8() + " ls " + std::to_string(s.LineStyle.Pattern) + "," +
+         std::to_string(s.LineStyle.Width) + "," + s.LineStyle.ColorToken.ToUtf8();
+    d += " ac " + s.FillColorToken.ToUtf8() + "," + std::to_string(s.FillTransparency);
+    d += " ap " + s.PatternName.ToUtf8() + " flags " + std::to_string(s.HasProcedure) +
+         std::to_string(s.HasInstruction);
+    for (const auto& y : s.Symbols) {
+        d += " sy " + y.SymbolName.ToUtf8() + "," + std::to_string(y.RotateByOrient) + "," +
+             std::to_string(y.Rotation);
+    }
+    for (const auto& t : s.Texts) {
+        d += " tx " + t.Text.ToUtf8() + "," + t.Format.ToUtf8() + "," + std::to_string(t.HJust) +
+             std::to_string(t.VJust) + std::to_string(t.Space) + "," + std::to_string(t.XOffset) +
+             "," + std::to_string(t.YOffset);
+    }
+    return d;
+}
+
+TEST(LookupFieldsTest, OneLineParseEqualsTheFieldParsersInTurn) {
+    const char* const lines[] = {
+        "\"DEPARE\",\"DRVAL1?DRVAL2?\",\"AC(NODTA);AP(PRTSUR01);LS(SOLD,2,CHGRD)\",\"1\",\"S\","
+        "\"DISPLAYBASE\",\"13030\"",
+        "\"ACHBRT\",\"\",\"SY(ACHBRT07);TE('%s','OBJNAM',3,1,2,'15110',1,0,CHBLK,29)\",\"5\"",
+        "\"LIGHTS\", \"CATLIT1\", \"SY(A)\", \"8\", \"O\", \"other\", \"1\"",
+        "x\"LIGHTS\",\"CATLIT1\",\"SY(A)\",\"8\",\"O\",\"OTHER\",\"1\"",
+        "ab\"LIGHTS\",\"CATLIT1\",\"SY(A)\",\"8\",\"O\",\"OTHER\",\"1\",\"2\"",
+        "\"LIGHTS\",  \"CATLIT1\",  \"SY(A)\",  \"8\",  \"O\",  \"OTHER\",  \"1\"",
+        "\"LIGHTS\",,,\"\",,\"CS(X)\",\"8\"",
+        "\"DEPCN\",\"\",\"CS(DEPCNT02)\",\"5\",\"O\",\"OTHER\",\"33020\"",
+        "\"LIGHTS\",\"CATLIT1\",\"SY(A",
+        "\"LIGHTS\",\"BOYSHP2\" \"SY(B)\" x \"7\" \"S\" \"standard\"",
+        "\"ABCDEF\" junk \"CATLIT1\"",
+        "\"ABCDEF\"",
+        "\"\"",
+        "no quotes",
+        ",\"ABCDEF\",\"\",\"AC(X,9)\",\"2\",\"\",\"\",\"\",\"extra\"",
+    };
+    for (const char* line : lines) {
+        std::string acronym;
+        std::string procedure;
+        const KGChartAreaObjectStyle expected = FieldByField(line, acronym, procedure);
+        KGChartAreaObjectStyle style;
+        PlixUnicodeString proc;
+        EXPECT_EQ(KGChartLookupTable::ParseOneLineStringArea(line, &style, proc).ToUtf8(), acronym)
+            << line;
+        EXPECT_EQ(proc.ToUtf8(), procedure) << line;
+        EXPECT_EQ(Describe(style), Describe(expected)) << line;
+    }
+}
+
 // ---- loading and queries ----
 
 TEST_F(LookupTableTest, EmptyAndCommentOnlyFilesLoadEmptyTables) {
