@@ -69,8 +69,8 @@ TEST(KGFileStdio, OpenRefusesMissingFilesDirectoriesAndWriting) {
     // Charset 0 reads UTF-8 as well; a non-ASCII path is found.
     const std::string named = dir.File("\xE6\xB5\xB7\xE5\x9B\xBE.dai");
     vltest::WriteFile(named, "\xE6\xB5\xB7\n");
-    EXPECT_TRUE(file.Open(PlixUnicodeString(named), KGStreamRead, 65536,
-                          PLIX::PLIXCharset::Default));
+    EXPECT_TRUE(
+        file.Open(PlixUnicodeString(named), KGStreamRead, 65536, PLIX::PLIXCharset::Default));
     EXPECT_EQ(file.ReadLine().Str(), u"\u6D77");
 }
 
@@ -89,16 +89,17 @@ TEST(KGFileStdio, LinesLoseTheirLineFeedButKeepACarriageReturn) {
 }
 
 TEST(KGFileStdio, TextIsDecodedAsUtf8WithALeadingByteOrderMarkSkipped) {
-    EXPECT_EQ(ReadFileLines("\xEF\xBB\xBF" "first\nsecond\n"), (Lines{u"first", u"second"}));
-    EXPECT_EQ(ReadFileLines("\xEF\xBB\xBF" "\n"), (Lines{u""}));
+    EXPECT_EQ(ReadFileLines(u8"\uFEFFfirst\nsecond\n"), (Lines{u"first", u"second"}));
+    EXPECT_EQ(ReadFileLines("\xEF\xBB\xBF\n"), (Lines{u""}));
     EXPECT_EQ(ReadFileLines("\xEF\xBB\xBF"), Lines{});
     // Only a mark at the start of the file is a signature.
-    EXPECT_EQ(ReadFileLines("a\n\xEF\xBB\xBF" "b\n"), (Lines{u"a", u"\uFEFFb"}));
+    EXPECT_EQ(ReadFileLines(u8"a\n\uFEFFb\n"), (Lines{u"a", u"\uFEFFb"}));
 
     EXPECT_EQ(ReadFileLines("\xE4\xB8\xAD\xE6\x96\x87\xE6\xB5\xB7\xE5\x9B\xBE\n"
                             "LIGHTS \xC3\xA9\n"),
               (Lines{u"\u4E2D\u6587\u6D77\u56FE", u"LIGHTS \u00E9"}));
-    EXPECT_EQ(ReadFileLines("ok\xFF\n\xC3(\n\xE4\xB8"), (Lines{u"ok\uFFFD", u"\uFFFD(", u"\uFFFD"}));
+    EXPECT_EQ(ReadFileLines("ok\xFF\n\xC3(\n\xE4\xB8"),
+              (Lines{u"ok\uFFFD", u"\uFFFD(", u"\uFFFD"}));
 }
 
 TEST(KGFileStdio, IsEofBecomesTrueRightAfterTheLastLine) {

@@ -15,7 +15,9 @@ using PLIX::PlixUnicodeString;
 
 namespace {
 
-std::string ModulePath(const char* module) { return KGFile::GetModulePath(module).ToUtf8(); }
+std::string ModulePath(const char* module) {
+    return KGFile::GetModulePath(module).ToUtf8();
+}
 
 std::string WithoutSlash(std::string dir) {
     if (!dir.empty() && dir.back() == '/') dir.pop_back();

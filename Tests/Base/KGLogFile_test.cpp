@@ -18,7 +18,9 @@ using PLIX::PlixUnicodeString;
 
 namespace {
 
-KGLogFile* Log() { return KGLogFile::GetInstance(false); }
+KGLogFile* Log() {
+    return KGLogFile::GetInstance(false);
+}
 
 // Makes the default sink active and puts the previous sink and threshold back afterwards.
 class DefaultSinkScope {
@@ -198,8 +200,10 @@ TEST(KGLogFile, TraceIsWrittenOnlyWhenVlchartTraceIsSet) {
     kgtrace("%s|%5.2f|%ld|%%\n", "\xE6\xB5\xB7", 2.5, 9000000000L);
     const std::string longText(1000, 'z');
     kgtrace("%s\n", longText.c_str());
-    EXPECT_EQ(vltest::ReadFile(tracePath), "kept\nLoadPointLookupTable Cost: 42\n\xE6\xB5\xB7| 2.50|"
-                                           "9000000000|%\n" + longText + "\n");
+    EXPECT_EQ(vltest::ReadFile(tracePath),
+              "kept\nLoadPointLookupTable Cost: 42\n\xE6\xB5\xB7| 2.50|"
+              "9000000000|%\n" +
+                  longText + "\n");
 
     trace.Unset();
     kgtrace("after unset %d\n", 3);
@@ -215,7 +219,8 @@ TEST(KGLogFile, TraceGoesToStandardErrorWhenAskedFor) {
             basetest::ScopedStderrToFile redirect(dir.File("stderr.txt"));
             kgtrace("cost %d via %s\n", 7, value);
         }
-        EXPECT_EQ(vltest::ReadFile(dir.File("stderr.txt")), "cost 7 via " + std::string(value) + "\n");
+        EXPECT_EQ(vltest::ReadFile(dir.File("stderr.txt")),
+                  "cost 7 via " + std::string(value) + "\n");
         EXPECT_FALSE(vltest::FileExists(dir.File(value)));
     }
 }

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <climits>
+#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -41,7 +41,7 @@ TEST(KGNumber, KgatoiReadsTheLongestDecimalPrefixAndSaturates) {
         {"+-1", 0},
         {"- 1", 0},
         {"\xEF\xBC\x94\xEF\xBC\x92", 0},  // full-width digits are not digits
-        {"\xC2\xA0" "5", 0},              // a no-break space is not a blank
+        {u8"\u00A05", 0},                 // a no-break space is not a blank
         {"-0", 0},
         {"2147483647", INT_MAX},
         {"2147483648", INT_MAX},
@@ -52,7 +52,7 @@ TEST(KGNumber, KgatoiReadsTheLongestDecimalPrefixAndSaturates) {
         {"-99999999999999999999999999", INT_MIN},
     };
     for (const auto& c : cases) EXPECT_EQ(kgatoi(c.text), c.expected) << '"' << c.text << '"';
-    EXPECT_EQ(kgatoi(PlixUnicodeString(std::u16string(u"12\u0000" u"3", 4))), 12);
+    EXPECT_EQ(kgatoi(PlixUnicodeString(std::u16string{u'1', u'2', 0, u'3'})), 12);
 }
 
 TEST(KGNumber, KgatolReadsSixtyFourBitValuesAndSaturates) {
@@ -100,7 +100,7 @@ TEST(KGNumber, KgatofReadsTheLongestNumericPrefix) {
         {"1e", 1.0},
         {"1e+", 1.0},
         {"2.5e3.7", 2500.0},
-        {"1,5", 1.0},  // a comma never is the decimal separator
+        {"1,5", 1.0},                // a comma never is the decimal separator
         {"3.25\xE2\x82\xAC", 3.25},  // a non-ASCII character ends the number
         {"", 0.0},
         {"abc", 0.0},

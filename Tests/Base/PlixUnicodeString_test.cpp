@@ -33,12 +33,12 @@ TEST(PlixUnicodeString, Utf8RoundTripsThroughUtf16IncludingCharactersBeyondTheBm
     const std::vector<Case> cases = {
         {"LIGHTS", u"LIGHTS"},
         {"", u""},
-        {"\xC3\x89tang", u"\u00C9tang"},                         // two-byte form
-        {"\xE4\xB8\xAD\xE6\x96\x87", u"\u4E2D\u6587"},           // three-byte form
-        {"\xF0\x9F\x98\x80", std::u16string{0xD83D, 0xDE00}},    // U+1F600, a surrogate pair
-        {"\xF4\x8F\xBF\xBF", std::u16string{0xDBFF, 0xDFFF}},    // U+10FFFF, the last one
-        {"\xF0\x90\x80\x80", std::u16string{0xD800, 0xDC00}},    // U+10000, the first one
-        {"\xEF\xBF\xBF", std::u16string{0xFFFF}},                // last three-byte code point
+        {"\xC3\x89tang", u"\u00C9tang"},                       // two-byte form
+        {"\xE4\xB8\xAD\xE6\x96\x87", u"\u4E2D\u6587"},         // three-byte form
+        {"\xF0\x9F\x98\x80", std::u16string{0xD83D, 0xDE00}},  // U+1F600, a surrogate pair
+        {"\xF4\x8F\xBF\xBF", std::u16string{0xDBFF, 0xDFFF}},  // U+10FFFF, the last one
+        {"\xF0\x90\x80\x80", std::u16string{0xD800, 0xDC00}},  // U+10000, the first one
+        {"\xEF\xBF\xBF", std::u16string{0xFFFF}},              // last three-byte code point
     };
     for (const auto& c : cases) {
         PlixUnicodeString fromPointer(c.utf8);
@@ -61,14 +61,14 @@ TEST(PlixUnicodeString, Utf8RoundTripsThroughUtf16IncludingCharactersBeyondTheBm
 
 TEST(PlixUnicodeString, InvalidUtf8BecomesReplacementCharacters) {
     // Bytes that can never start a character, one replacement each; the text around survives.
-    EXPECT_EQ(PlixUnicodeString("a\xFF" "b").Str(), u"a\uFFFDb");
-    EXPECT_EQ(PlixUnicodeString("\x80" "x").Str(), u"\uFFFDx");
+    EXPECT_EQ(PlixUnicodeString("a\xFFz").Str(), u"a\uFFFDz");
+    EXPECT_EQ(PlixUnicodeString("\x80x").Str(), u"\uFFFDx");
     EXPECT_EQ(PlixUnicodeString("\xFE\xFF").Str(), u"\uFFFD\uFFFD");
     // A Latin-1 byte in the middle of UTF-8 text.
     EXPECT_EQ(PlixUnicodeString("caf\xE9 au lait").Str(), u"caf\uFFFD au lait");
     // A sequence cut short by the end of the text or by an ASCII byte is one replacement.
     EXPECT_EQ(PlixUnicodeString("abc\xE2\x82").Str(), u"abc\uFFFD");
-    EXPECT_EQ(PlixUnicodeString("\xE2\x82" "A").Str(), u"\uFFFDA");
+    EXPECT_EQ(PlixUnicodeString("\xE2\x82!").Str(), u"\uFFFD!");
     EXPECT_EQ(PlixUnicodeString("\xF0\x9F\x98").Str(), u"\uFFFD");
 
     // Overlong forms, encoded surrogates and code points past U+10FFFF never decode to a
@@ -328,7 +328,7 @@ TEST(PlixUnicodeString, StaticFormatFollowsPrintfAndTakesUtf8Strings) {
 
 TEST(PlixUnicodeString, MemberFormatReplacesTheContent) {
     PlixUnicodeString s("previous content");
-    s.Format(u"%s=%d", "Gr\xC3\xB6\xC3\x9F" "e", 3);
+    s.Format(u"%s=%d", u8"Gr\u00F6\u00DFe", 3);
     EXPECT_EQ(s.Str(), u"Gr\u00F6\u00DFe=3");
     s.Format(u"%ld/%f", 5L, 0.5);
     EXPECT_EQ(s.Str(), u"5/0.500000");
@@ -416,14 +416,14 @@ TEST(PlixUnicodeString, CompareIsCaseSensitiveAndCompareNoCaseFoldsAsciiAndLatin
     const std::vector<std::pair<const char*, const char*>> equalNoCase = {
         {"LIGHTS", "lights"},
         {"LiGhTs", "lIgHtS"},
-        {"\xC3\x89" "cluse", "\xC3\xA9" "CLUSE"},   // É / é
-        {"\xC3\x91", "\xC3\xB1"},                   // Ñ / ñ
-        {"\xC3\x9E", "\xC3\xBE"},                   // Þ / þ
-        {"\xC3\x80\xC3\x96", "\xC3\xA0\xC3\xB6"},   // ÀÖ / àö
-        {"\xC4\x8C", "\xC4\x8D"},                   // Č / č
-        {"\xC5\x81" "\xC3\xB3" "d\xC5\xBA", "\xC5\x82" "\xC3\x93" "D\xC5\xB9"},  // Łódź / łÓDŹ
-        {"\xC5\xBD" "irje", "\xC5\xBE" "IRJE"},     // Ž / ž
-        {"\xC5\xB8", "\xC3\xBF"},                   // Ÿ / ÿ
+        {u8"\u00C9cluse", u8"\u00E9CLUSE"},                  // É / é
+        {"\xC3\x91", "\xC3\xB1"},                            // Ñ / ñ
+        {"\xC3\x9E", "\xC3\xBE"},                            // Þ / þ
+        {"\xC3\x80\xC3\x96", "\xC3\xA0\xC3\xB6"},            // ÀÖ / àö
+        {"\xC4\x8C", "\xC4\x8D"},                            // Č / č
+        {u8"\u0141\u00F3d\u017A", u8"\u0142\u00D3D\u0179"},  // Łódź / łÓDŹ
+        {u8"\u017Dirje", u8"\u017EIRJE"},                    // Ž / ž
+        {"\xC5\xB8", "\xC3\xBF"},                            // Ÿ / ÿ
         {"", ""},
     };
     for (const auto& p : equalNoCase) {

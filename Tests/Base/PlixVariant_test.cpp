@@ -94,9 +94,9 @@ TEST(PlixVariant, DoublesTruncateTowardZeroAndSaturate) {
 }
 
 TEST(PlixVariant, DoubleTextReadsBackEqual) {
-    for (double d : {0.0, 1.5, -0.25, 0.1, 1.0 / 3.0, 123456789.123, 1e300, -2.5e-310,
-                     6.02214076e23, std::numeric_limits<double>::max(),
-                     std::numeric_limits<double>::denorm_min()}) {
+    for (double d :
+         {0.0, 1.5, -0.25, 0.1, 1.0 / 3.0, 123456789.123, 1e300, -2.5e-310, 6.02214076e23,
+          std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()}) {
         PlixUnicodeString text = PlixVariant(d).ToString();
         EXPECT_EQ(kgatof(text), d) << text.ToUtf8();
         EXPECT_EQ(PlixVariant(text).ToDouble(), d) << text.ToUtf8();
