@@ -14,6 +14,8 @@ namespace {
 // without line ends cannot make the reader hold it whole.
 constexpr size_t kMaxLineBytes = 16u * 1024 * 1024;
 constexpr size_t kMinBlock = 64u * 1024;
+// A caller's block size is a hint; beyond this it would only waste memory.
+constexpr size_t kMaxBlock = 4u * 1024 * 1024;
 
 }  // namespace
 
@@ -32,7 +34,7 @@ bool KGFileStdio::Open(const PLIX::PlixUnicodeString& path, int direction, int s
         return false;
     }
     m_file = f;
-    m_blockSize = std::max(kMinBlock, size > 0 ? static_cast<size_t>(size) : 0);
+    m_blockSize = std::clamp(size > 0 ? static_cast<size_t>(size) : 0, kMinBlock, kMaxBlock);
     m_buffer.clear();
     m_pos = 0;
     m_fileEnd = false;
