@@ -44,8 +44,11 @@ public:
     // name (any when empty). On success it becomes the main position and the child position
     // is cleared; on failure nothing moves.
     bool FindElem(const PLIX::PlixUnicodeString& name = PLIX::PlixUnicodeString());
+    // The same for a literal name, without building a string for it.
+    bool FindElem(const char16_t* name);
     // The same among the children of the main element, after the child position.
     bool FindChildElem(const PLIX::PlixUnicodeString& name = PLIX::PlixUnicodeString());
+    bool FindChildElem(const char16_t* name);
     // The main element becomes the parent; the child position becomes the main position.
     bool IntoElem();
     // Back up: the parent becomes the main position, the old main position the child position.
@@ -61,7 +64,9 @@ public:
     PLIX::PlixUnicodeString GetChildData() const;
     // Empty when absent.
     PLIX::PlixUnicodeString GetAttrib(const PLIX::PlixUnicodeString& name) const;
+    PLIX::PlixUnicodeString GetAttrib(const char16_t* name) const;
     PLIX::PlixUnicodeString GetChildAttrib(const PLIX::PlixUnicodeString& name) const;
+    PLIX::PlixUnicodeString GetChildAttrib(const char16_t* name) const;
 
     // Adds after the main position (at the end of the parent's children when there is none);
     // the new element becomes the main position.
@@ -86,6 +91,9 @@ public:
     static constexpr long long MaxFileSize = 256LL * 1024 * 1024;
 
 private:
+    bool FindElemNamed(const char16_t* name, size_t length);
+    bool FindChildElemNamed(const char16_t* name, size_t length);
+
     struct Private;
     std::unique_ptr<Private> d;
 };

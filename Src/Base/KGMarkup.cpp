@@ -45,6 +45,55 @@ pugi::xml_node NextElement(pugi::xml_node n, const std::string& name) {
     return n;
 }
 
+// A UTF-16 name compared with pugixml's UTF-8 names without converting it for every node:
+// the dictionaries walk tens of thousands of elements by name.
+class Name {
+public:
+    Name(const char16_t* text, size_t length) : m_text(text), m_length(length) {
+        for (size_t i = 0; i < length; ++i) {
+            if (text[i] >= 0x80 || text[i] == 0) {
+                m_utf8 = PLIX::Utf16ToUtf8(text, length);
+                m_ascii = false;
+                break;
+            }
+        }
+    }
+    bool IsEmpty() const { return m_length == 0; }
+    bool Matches(const char* utf8) const {
+        if (!m_ascii) return m_utf8 == utf8;
+        size_t i = 0;
+        for (; i < m_length; ++i) {
+            if (static_cast<unsigned char>(utf8[i]) != m_text[i]) return false;
+        }
+        return utf8[i] == '\0';
+    }
+
+private:
+    const char16_t* m_text;
+    size_t m_length;
+    bool m_ascii = true;
+    std::string m_utf8;
+};
+
+Name NameOf(const char16_t* text) {
+    if (text == nullptr) return Name(u"", 0);
+    return Name(text, std::char_traits<char16_t>::length(text));
+}
+
+pugi::xml_node NextElement(pugi::xml_node n, const Name& name) {
+    for (; n; n = n.next_sibling()) {
+        if (IsElement(n) && (name.IsEmpty() || name.Matches(n.name()))) return n;
+    }
+    return n;
+}
+
+PlixUnicodeString AttributeOf(const pugi::xml_node& n, const Name& name) {
+    for (pugi::xml_attribute a = n.first_attribute(); a; a = a.next_attribute()) {
+        if (name.Matches(a.name())) return PlixUnicodeString(a.value());
+    }
+    return PlixUnicodeString();
+}
+
 pugi::xml_node PreviousElement(pugi::xml_node n) {
     for (n = n.previous_sibling(); n && !IsElement(n); n = n.previous_sibling()) {
     }
@@ -77,8 +126,13 @@ bool IsValidName(const std::string& name) {
 }
 
 PlixUnicodeString TextOf(const pugi::xml_node& n) {
+    pugi::xml_node first = n.first_child();
+    // The usual element holds one piece of text: convert it without gathering.
+    if (first && !first.next_sibling()) {
+        return IsText(first) ? PlixUnicodeString(first.value()) : PlixUnicodeString();
+    }
     std::string text;
-    for (pugi::xml_node c = n.first_child(); c; c = c.next_sibling()) {
+    for (pugi::xml_node c = first; c; c = c.next_sibling()) {
         if (IsText(c)) text += c.value();
     }
     return PlixUnicodeString(text);
@@ -549,11 +603,19 @@ std::string KGMarkup::GetEncoding() const {
 }
 
 bool KGMarkup::FindElem(const PlixUnicodeString& name) {
+    return FindElemNamed(name.c_str(), static_cast<size_t>(name.GetLength()));
+}
+
+bool KGMarkup::FindElem(const char16_t* name) {
+    return FindElemNamed(name, name ? std::char_traits<char16_t>::length(name) : 0);
+}
+
+bool KGMarkup::FindElemNamed(const char16_t* name, size_t length) {
     try {
         if (!d) return false;
         Private& p = *d;
         pugi::xml_node from = p.main ? p.main.next_sibling() : p.parent.first_child();
-        pugi::xml_node found = NextElement(from, name.ToUtf8());
+        pugi::xml_node found = NextElement(from, Name(name ? name : u"", name ? length : 0));
         if (!found) return false;
         p.main = found;
         p.child = pugi::xml_node();
@@ -564,11 +626,19 @@ bool KGMarkup::FindElem(const PlixUnicodeString& name) {
 }
 
 bool KGMarkup::FindChildElem(const PlixUnicodeString& name) {
+    return FindChildElemNamed(name.c_str(), static_cast<size_t>(name.GetLength()));
+}
+
+bool KGMarkup::FindChildElem(const char16_t* name) {
+    return FindChildElemNamed(name, name ? std::char_traits<char16_t>::length(name) : 0);
+}
+
+bool KGMarkup::FindChildElemNamed(const char16_t* name, size_t length) {
     try {
         if (!d || !d->main) return false;
         Private& p = *d;
         pugi::xml_node from = p.child ? p.child.next_sibling() : p.main.first_child();
-        pugi::xml_node found = NextElement(from, name.ToUtf8());
+        pugi::xml_node found = NextElement(from, Name(name ? name : u"", name ? length : 0));
         if (!found) return false;
         p.child = found;
         return true;
@@ -640,18 +710,26 @@ PlixUnicodeString KGMarkup::GetChildData() const {
 }
 
 PlixUnicodeString KGMarkup::GetAttrib(const PlixUnicodeString& name) const {
+    return GetAttrib(name.c_str());
+}
+
+PlixUnicodeString KGMarkup::GetAttrib(const char16_t* name) const {
     try {
         if (!d || !d->main) return PlixUnicodeString();
-        return PlixUnicodeString(d->main.attribute(name.ToUtf8().c_str()).value());
+        return AttributeOf(d->main, NameOf(name));
     } catch (...) {
         return PlixUnicodeString();
     }
 }
 
 PlixUnicodeString KGMarkup::GetChildAttrib(const PlixUnicodeString& name) const {
+    return GetChildAttrib(name.c_str());
+}
+
+PlixUnicodeString KGMarkup::GetChildAttrib(const char16_t* name) const {
     try {
         if (!d || !d->child) return PlixUnicodeString();
-        return PlixUnicodeString(d->child.attribute(name.ToUtf8().c_str()).value());
+        return AttributeOf(d->child, NameOf(name));
     } catch (...) {
         return PlixUnicodeString();
     }

@@ -70,14 +70,16 @@ private:
 }  // namespace
 
 std::u16string Utf8ToUtf16(const char* data, size_t length) {
-    std::u16string out;
-    out.reserve(length);
+    // Every byte gives at most one code unit, so the result fits in length units; writing
+    // into a presized buffer keeps the common all-ASCII text free of per-character checks.
+    std::u16string out(length, u'\0');
+    char16_t* o = out.data();
     const auto* s = reinterpret_cast<const unsigned char*>(data);
     size_t i = 0;
     while (i < length) {
         unsigned char c = s[i];
         if (c < 0x80) {
-            out.push_back(c);
+            *o++ = c;
             ++i;
             continue;
         }
@@ -97,7 +99,7 @@ std::u16string Utf8ToUtf16(const char* data, size_t length) {
             cp = c & 0x07;
             minimum = 0x10000;
         } else {
-            out.push_back(0xFFFD);
+            *o++ = 0xFFFD;
             ++i;
             continue;
         }
@@ -111,19 +113,20 @@ std::u16string Utf8ToUtf16(const char* data, size_t length) {
         if (got < extra || cp < minimum || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) {
             // A truncated sequence is one replacement; an overlong or surrogate form gives one
             // for its lead byte and one for each stray continuation byte after it.
-            out.push_back(0xFFFD);
+            *o++ = 0xFFFD;
             i = (got < extra) ? j : i + 1;
             continue;
         }
         if (cp >= 0x10000) {
             cp -= 0x10000;
-            out.push_back(static_cast<char16_t>(0xD800 + (cp >> 10)));
-            out.push_back(static_cast<char16_t>(0xDC00 + (cp & 0x3FF)));
+            *o++ = static_cast<char16_t>(0xD800 + (cp >> 10));
+            *o++ = static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
         } else {
-            out.push_back(static_cast<char16_t>(cp));
+            *o++ = static_cast<char16_t>(cp);
         }
         i = j;
     }
+    out.resize(static_cast<size_t>(o - out.data()));
     return out;
 }
 
@@ -131,6 +134,16 @@ std::string Utf16ToUtf8(const char16_t* data, size_t length) {
     std::string out;
     out.reserve(length);
     for (size_t i = 0; i < length; ++i) {
+        // Runs of ASCII, the usual content of names and numbers, are copied in one go.
+        size_t run = i;
+        while (run < length && data[run] < 0x80) ++run;
+        if (run > i) {
+            size_t at = out.size();
+            out.resize(at + (run - i));
+            for (size_t k = i; k < run; ++k) out[at + (k - i)] = static_cast<char>(data[k]);
+            i = run;
+            if (i == length) break;
+        }
         char32_t cp = data[i];
         if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < length && data[i + 1] >= 0xDC00 &&
             data[i + 1] <= 0xDFFF) {
