@@ -1,0 +1,9 @@
+#include "ChartBase/KGS57AttiInfo.h"
+
+namespace KGC {
+
+KGS57AttiInfo::~KGS57AttiInfo() {
+    m_value.Clear();
+}
+
+}  // namespace KGC
