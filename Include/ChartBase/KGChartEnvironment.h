@@ -116,6 +116,11 @@ public:
     bool RemoveStyle(const PLIX::PlixUnicodeString& styleName);
 
 private:
+    // The text of a style's point or area table for one symbol or edge kind.
+    PLIX::PlixUnicodeString GetTableOfKind(const PLIX::PlixUnicodeString& styleName,
+                                           const char16_t* table, const char16_t* kind,
+                                           const PLIX::PlixUnicodeString& kindValue);
+
     PLIX::PlixUnicodeString m_settingsPath;
     std::unique_ptr<KGMarkup> m_document;
 };

@@ -112,22 +112,27 @@ bool KGChartEnvironment::ToLookupTableNode(const PlixUnicodeString& styleName,
     return doc.IntoElem() && Enter(doc, u"LookupTables");
 }
 
-PlixUnicodeString KGChartEnvironment::GetPointLookupTable(const PlixUnicodeString& styleName,
-                                                          unsigned char symbolType) {
+PlixUnicodeString KGChartEnvironment::GetTableOfKind(const PlixUnicodeString& styleName,
+                                                     const char16_t* table, const char16_t* kind,
+                                                     const PlixUnicodeString& kindValue) {
     if (!m_document || styleName.IsEmpty()) return PlixUnicodeString();
     TopGuard guard(m_document.get());
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
-    if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"PointLookupTable")) {
-        return PlixUnicodeString();
-    }
+    if (!ToLookupTableNode(styleName, type) || !doc.FindElem(table)) return PlixUnicodeString();
+    // An ENC style has one table per kind; a paper-chart style one table for every kind.
     if (type == KGChartDisplayStyle::ENC) {
-        if (doc.IntoElem() && FindByAttrib(doc, u"SymbolType", kValue, SymbolTypeValue(symbolType)))
-            return doc.GetData();
+        if (doc.IntoElem() && FindByAttrib(doc, kind, kValue, kindValue)) return doc.GetData();
         return PlixUnicodeString();
     }
     if (type == KGChartDisplayStyle::PaperChart) return doc.GetData();
     return PlixUnicodeString();
+}
+
+PlixUnicodeString KGChartEnvironment::GetPointLookupTable(const PlixUnicodeString& styleName,
+                                                          unsigned char symbolType) {
+    return GetTableOfKind(styleName, u"PointLookupTable", u"SymbolType",
+                          SymbolTypeValue(symbolType));
 }
 
 PlixUnicodeString KGChartEnvironment::GetPointLookupTableAbsolutePath(
@@ -152,20 +157,7 @@ PlixUnicodeString KGChartEnvironment::GetLineLookupTableAbsolutePath(
 
 PlixUnicodeString KGChartEnvironment::GetAreaLookupTable(const PlixUnicodeString& styleName,
                                                          unsigned char edgeType) {
-    if (!m_document || styleName.IsEmpty()) return PlixUnicodeString();
-    TopGuard guard(m_document.get());
-    KGMarkup& doc = *m_document;
-    KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
-    if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"AreaLookupTable")) {
-        return PlixUnicodeString();
-    }
-    if (type == KGChartDisplayStyle::ENC) {
-        if (doc.IntoElem() && FindByAttrib(doc, u"EdgeType", kValue, EdgeTypeValue(edgeType)))
-            return doc.GetData();
-        return PlixUnicodeString();
-    }
-    if (type == KGChartDisplayStyle::PaperChart) return doc.GetData();
-    return PlixUnicodeString();
+    return GetTableOfKind(styleName, u"AreaLookupTable", u"EdgeType", EdgeTypeValue(edgeType));
 }
 
 PlixUnicodeString KGChartEnvironment::GetAreaLookupTableAbsolutePath(
