@@ -351,6 +351,10 @@ public:
     void attiNameToCodeDict();
     bool GetS57Attributes(int code, KGS57Attribute& out) const;
     bool GetS57Attributes(const PLIX::PlixUnicodeString& acronym, KGS57Attribute& out) const;
+    // The type of the attribute GetS57Attributes(acronym, ...) would give, without copying
+    // the record; false when that call would be false.
+    bool GetS57AttributeType(const PLIX::PlixUnicodeString& acronym,
+                             KGS57DefineInfo::AttributeType& type) const;
     void GetArrayS57Attribute(PLIX::PlixArray<KGS57Attribute>& out) const;
 
     // Agencies, in file order; the first match wins.

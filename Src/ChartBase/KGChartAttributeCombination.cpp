@@ -15,7 +15,6 @@ namespace KGC {
 namespace {
 
 constexpr size_t kAcronymLength = 6;
-constexpr size_t kScratchRecords = 32;
 
 bool IsLetter(char16_t ch) {
     return KGToolkit::IsBigLetter(ch) || KGToolkit::IsLittleLetter(ch);
@@ -49,10 +48,6 @@ void ParseConditions(View text, PLIX::PlixArray<KGChartAttributeCondition>& cond
         return;
     }
     const KGS57Config* registry = KGS57Config::GetInstance();
-    // The registry answers with a full copy of the attribute, allowed values included. The
-    // copies go into a few records kept per thread, chosen by acronym: a record mostly receives
-    // the attribute it held before, so that copying reuses its storage instead of allocating.
-    static thread_local KGS57Attribute scratch[kScratchRecords];
     if (conditions.IsEmpty()) conditions.Items().reserve(CountConditions(text));
     size_t pos = 0;
     while (pos < text.size()) {
@@ -71,10 +66,11 @@ void ParseConditions(View text, PLIX::PlixArray<KGChartAttributeCondition>& cond
         const View value = text.substr(pos, end - pos);
         pos = end;
         // An attribute the dictionary does not know keeps neither value.
-        KGS57Attribute& attribute =
-            scratch[std::hash<PlixUnicodeString>()(condition.AttributeAcronym) % kScratchRecords];
-        if (registry->GetS57Attributes(condition.AttributeAcronym, attribute)) {
-            if (IsNumeric(attribute.type)) {
+        // Only the type decides, so the registry is asked for it alone rather than for a copy
+        // of the whole record with its allowed values.
+        KGS57DefineInfo::AttributeType type = KGS57DefineInfo::AttrUnknown;
+        if (registry->GetS57AttributeType(condition.AttributeAcronym, type)) {
+            if (IsNumeric(type)) {
                 condition.IntegerValue = ReadInt32(value);
             } else {
                 condition.TextValue = ToString(value);

@@ -1,57 +1,71 @@
 #include "ChartBase/KGChartDisplayTypes.h"
 
-#include <iterator>
-
 using PLIX::PlixUnicodeString;
 
 namespace KGC {
 namespace {
 
-const char16_t* const kColorModeNames[] = {u"DayBright", u"Dusk", u"Night"};
-const char16_t* const kCategoryNames[] = {u"DISPLAYBASE", u"STANDARD", u"OTHER"};
-const char16_t* const kStyleNames[] = {u"", u"ENC", u"PaperChart"};
+// Each list in the order of the values. Built once: the look-up table loader converts the
+// category of every entry.
+struct Names {
+    const PlixUnicodeString* names;
+    int count;
+};
+
+Names ColorModeNames() {
+    static const PlixUnicodeString names[] = {u"DayBright", u"Dusk", u"Night"};
+    return {names, 3};
+}
+
+Names CategoryNames() {
+    static const PlixUnicodeString names[] = {u"DISPLAYBASE", u"STANDARD", u"OTHER"};
+    return {names, 3};
+}
+
+Names StyleNames() {
+    static const PlixUnicodeString names[] = {u"", u"ENC", u"PaperChart"};
+    return {names, 3};
+}
 
 // Index of the first name equal to text without regard to case, or fallback.
-template <size_t N>
-int MatchName(const char16_t* const (&names)[N], const PlixUnicodeString& text, int fallback) {
-    for (size_t i = 0; i < N; ++i) {
-        if (text.CompareNoCase(PlixUnicodeString(names[i])) == 0) return static_cast<int>(i);
+int MatchName(Names list, const PlixUnicodeString& text, int fallback) {
+    for (int i = 0; i < list.count; ++i) {
+        if (text.CompareNoCase(list.names[i]) == 0) return i;
     }
     return fallback;
 }
 
-template <size_t N>
-PlixUnicodeString NameOf(const char16_t* const (&names)[N], int value, int fallback) {
-    if (value < 0 || static_cast<size_t>(value) >= N) value = fallback;
-    return PlixUnicodeString(names[value]);
+PlixUnicodeString NameOf(Names list, int value, int fallback) {
+    if (value < 0 || value >= list.count) value = fallback;
+    return list.names[value];
 }
 
 }  // namespace
 
 PlixUnicodeString KGChartColorMode::GetColorModeName(KGS52ColorMode mode) {
-    return NameOf(kColorModeNames, mode, DayBright);
+    return NameOf(ColorModeNames(), mode, DayBright);
 }
 
 KGChartColorMode::KGS52ColorMode KGChartColorMode::GetColorMode(const PlixUnicodeString& name) {
-    return static_cast<KGS52ColorMode>(MatchName(kColorModeNames, name, DayBright));
+    return static_cast<KGS52ColorMode>(MatchName(ColorModeNames(), name, DayBright));
 }
 
 PlixUnicodeString KGChartDisplayCategory::GetDisplayCategoryName(KGS52DisplayCategory category) {
-    return NameOf(kCategoryNames, category, Standard);
+    return NameOf(CategoryNames(), category, Standard);
 }
 
 KGChartDisplayCategory::KGS52DisplayCategory KGChartDisplayCategory::GetDisplayCategory(
     const PlixUnicodeString& name) {
-    return static_cast<KGS52DisplayCategory>(MatchName(kCategoryNames, name, Standard));
+    return static_cast<KGS52DisplayCategory>(MatchName(CategoryNames(), name, Standard));
 }
 
 PlixUnicodeString KGChartDisplayStyle::GetChartDisplayStyleTypeName(KGChartDisplayStyleType type) {
-    return NameOf(kStyleNames, type, NoStyle);
+    return NameOf(StyleNames(), type, NoStyle);
 }
 
 KGChartDisplayStyle::KGChartDisplayStyleType KGChartDisplayStyle::GetChartDisplayStyleType(
     const PlixUnicodeString& name) {
-    return static_cast<KGChartDisplayStyleType>(MatchName(kStyleNames, name, NoStyle));
+    return static_cast<KGChartDisplayStyleType>(MatchName(StyleNames(), name, NoStyle));
 }
 
 }  // namespace KGC

@@ -270,6 +270,16 @@ bool KGS57Config::GetS57Attributes(const PlixUnicodeString& acronym, KGS57Attrib
     return IndexedCode(m_attributeAcronymIndex, acronym, code) && GetS57Attributes(code, out);
 }
 
+bool KGS57Config::GetS57AttributeType(const PlixUnicodeString& acronym,
+                                      KGS57DefineInfo::AttributeType& type) const {
+    int code = 0;
+    if (!IndexedCode(m_attributeAcronymIndex, acronym, code)) return false;
+    const KGS57Attribute* found = FindByCode(m_attributes.m_records, m_attributes.m_count, code);
+    if (!found) return false;
+    type = found->type;
+    return true;
+}
+
 void KGS57Config::GetArrayS57Attribute(PlixArray<KGS57Attribute>& out) const {
     out.Copy(m_attributes.m_records);
 }

@@ -384,6 +384,17 @@ TEST_F(KGS57Registry, AttributesAreServedInCodeOrderWithTheirExpectedValues) {
     EXPECT_FALSE(config.GetS57Attributes(-75, untouched));
     EXPECT_FALSE(config.GetS57Attributes(76, untouched));
     EXPECT_EQ(Utf8(untouched.name), "sentinel");
+
+    // The type-only query answers exactly when the full one does, with the same type.
+    for (const char* acronym : {"COLOUR", "OBJNAM", "colour", "NOSUCH", ""}) {
+        KGS57Attribute full;
+        KGS57DefineInfo::AttributeType type = KGS57DefineInfo::AttrUnknown;
+        bool found = config.GetS57Attributes(acronym, full);
+        EXPECT_EQ(config.GetS57AttributeType(acronym, type), found) << acronym;
+        if (found) {
+            EXPECT_EQ(type, full.type) << acronym;
+        }
+    }
 }
 
 TEST_F(KGS57Registry, AttributeFileWithAnotherRootLoadsEmptyWhileAnUnreadableOneFails) {
