@@ -7,7 +7,7 @@ packages=(
   build-essential cmake pkg-config
   libpugixml-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  gdal-data locales
+  locales
 )
 
 missing=()
