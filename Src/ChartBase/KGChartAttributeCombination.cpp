@@ -84,7 +84,7 @@ void ParseConditions(View text, PLIX::PlixArray<KGChartAttributeCondition>& cond
 
 void KGChartLookupTable::ParseAttributeCombination(
     PlixUnicodeString& entry, PLIX::PlixArray<KGChartAttributeCondition>& conditions) {
-    const PlixUnicodeString field = lookup::CutQuotedField(entry);
+    const PlixUnicodeString field = lookup::CutFront(entry, &lookup::EntryCursor::Cut);
     lookup::ParseConditions(field.Str(), conditions);
 }
 

@@ -20,18 +20,15 @@ int32_t ToInt32(long long value) {
 }
 
 int32_t ReadInt32(View text) {
-    return ToInt32(kgatol(ToString(text)));
+    return text.empty() ? 0 : ToInt32(kgatol(ToString(text)));
 }
 
-PlixUnicodeString CutQuotedField(PlixUnicodeString& entry) {
-    PlixUnicodeString field;
-    const int first = entry.Find(u'"');
-    const int second = first < 0 ? -1 : entry.Find(u'"', first + 1);
-    if (second >= 0) {
-        field = entry.Mid(first + 1, second - first - 1);
-        entry.Delete(first, second + 1);
-    }
-    entry.TrimLeft(u',');
+PlixUnicodeString CutFront(PlixUnicodeString& entry, View (EntryCursor::*cut)()) {
+    EntryCursor cursor(entry);
+    PlixUnicodeString field = ToString((cursor.*cut)());
+    // The rest may view the entry itself: copy it out before the entry changes.
+    std::u16string rest(cursor.Rest());
+    entry = PlixUnicodeString(std::move(rest));
     return field;
 }
 
@@ -64,7 +61,8 @@ View EntryCursor::CutAt(size_t first, size_t second) {
         field = m_rest.substr(1, second - 1);
         m_rest.remove_prefix(second + 1);
     } else {
-        // As CutQuotedField: second + 1 characters go from the opening quote on.
+        // Deliberately kept: second + 1 characters go from the opening quote on, so text before
+        // the quote makes the cut reach that much further.
         m_field.assign(m_rest.substr(first + 1, second - first - 1));
         std::u16string edited(m_rest.substr(0, first));
         const size_t resume = std::min(m_rest.size(), first + second + 1);
@@ -106,33 +104,23 @@ KGS52DisplayCategory ParseCategory(View field) {
 }  // namespace lookup
 
 PlixUnicodeString KGChartLookupTable::ParseObjectAcronym(PlixUnicodeString& entry) {
-    const int first = entry.Find(u'"');
-    const int second = first < 0 ? -1 : entry.Find(u'"', first + 1);
-    if (second < 0 || second - first != 7) return PlixUnicodeString();
-    return lookup::CutQuotedField(entry);
+    return lookup::CutFront(entry, &lookup::EntryCursor::CutAcronym);
 }
 
 int32_t KGChartLookupTable::ParseDisplayPriority(PlixUnicodeString& entry) {
-    PlixUnicodeString field = lookup::CutQuotedField(entry);
-    return field.IsEmpty() ? 0 : lookup::ToInt32(kgatol(field));
+    return lookup::ReadInt32(lookup::CutFront(entry, &lookup::EntryCursor::Cut).Str());
 }
 
 PlixUnicodeString KGChartLookupTable::ParseRadar(PlixUnicodeString& entry) {
-    return lookup::CutQuotedField(entry);
+    return lookup::CutFront(entry, &lookup::EntryCursor::Cut);
 }
 
 KGS52DisplayCategory KGChartLookupTable::ParerDisplayCategory(PlixUnicodeString& entry) {
-    return lookup::ParseCategory(lookup::CutQuotedField(entry).Str());
+    return lookup::ParseCategory(lookup::CutFront(entry, &lookup::EntryCursor::Cut).Str());
 }
 
 int32_t KGChartLookupTable::ParseGroup(PlixUnicodeString& entry) {
-    const int first = entry.Find(u'"');
-    const int second = first < 0 ? -1 : entry.Find(u'"', first + 1);
-    PlixUnicodeString field;
-    if (second >= 0) field = entry.Mid(first + 1, second - first - 1);
-    // The viewing group is the last field: whatever follows it is ignored.
-    entry.Empty();
-    return field.IsEmpty() ? 0 : lookup::ToInt32(kgatol(field));
+    return lookup::ReadInt32(lookup::CutFront(entry, &lookup::EntryCursor::CutLast).Str());
 }
 
 }  // namespace KGC

@@ -32,19 +32,16 @@ inline PLIX::PlixUnicodeString ToString(View text) {
     return PLIX::PlixUnicodeString(std::u16string(text));
 }
 
-// A number read from a field with kgatol, saturated into 32 bits.
+// A number read from a field with kgatol, saturated into 32 bits; 0 for an empty field.
 int32_t ToInt32(long long value);
 int32_t ReadInt32(View text);
 
-// Cuts the first double-quoted field off the entry and returns its text. Deletes as many
-// characters from the opening quote as the closing quote's index + 1, which is exactly the
-// field when the entry begins with it (deliberately kept: characters before the opening quote
-// make the cut reach that much further). Then every leading comma goes. With fewer than two
-// quotes the field is empty and only the commas go.
-PLIX::PlixUnicodeString CutQuotedField(PLIX::PlixUnicodeString& entry);
-
-// The fields of one entry line, cut in order with the rules of CutQuotedField. A returned view
-// stays valid until the next cut.
+// The fields of one entry line, cut in order. Each cut takes the first double-quoted field:
+// as many characters go from the opening quote as the closing quote's index + 1, which is
+// exactly the field when the rest begins with it (deliberately kept: characters before the
+// opening quote make the cut reach that much further); then every leading comma goes. With
+// fewer than two quotes the field is empty and only the commas go. A returned view stays valid
+// until the next cut.
 class EntryCursor {
 public:
     // The line must outlive the cursor.
@@ -56,6 +53,8 @@ public:
     View CutAcronym();
     // The viewing group field; everything after it is dropped.
     View CutLast();
+    // What is left of the line.
+    View Rest() const { return m_rest; }
 
 private:
     bool FindQuotes(size_t& first, size_t& second) const;
@@ -68,6 +67,10 @@ private:
     std::u16string m_edited;
     std::u16string m_field;
 };
+
+// Runs one cut over the entry and leaves the entry as the rest, the way every public field
+// parser consumes its text; returns the field.
+PLIX::PlixUnicodeString CutFront(PLIX::PlixUnicodeString& entry, View (EntryCursor::*cut)());
 
 // The operations of the public parsers, on a field already cut.
 void ParseConditions(View field, PLIX::PlixArray<KGChartAttributeCondition>& conditions);

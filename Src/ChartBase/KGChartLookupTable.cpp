@@ -198,8 +198,7 @@ PlixUnicodeString ParseEntry(const PlixUnicodeString& line, Style& style,
     PlixUnicodeString acronym = lookup::ToString(entry.CutAcronym());
     lookup::ParseConditions(entry.Cut(), style.AttributeConditions);
     parseInstructions(entry.Cut(), procedure, style);
-    const lookup::View priority = entry.Cut();
-    style.DisplayPriority = priority.empty() ? 0 : lookup::ReadInt32(priority);
+    style.DisplayPriority = lookup::ReadInt32(entry.Cut());
     entry.Cut();  // radar: not kept
     style.DisplayCategory = lookup::ParseCategory(entry.Cut());
     entry.CutLast();  // viewing group: not kept
