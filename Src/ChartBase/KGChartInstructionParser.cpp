@@ -213,124 +213,114 @@ void ParseFormattedText(View& args, KGChartTextFormat& text) {
     ParseTextPlacement(args, text);
 }
 
-bool ParsePointInstructions(View field, PlixUnicodeString& procedure,
-                            KGChartPointObjectStyle& style) {
+namespace {
+
+constexpr unsigned Bit(Instruction code) {
+    return 1u << static_cast<unsigned>(code);
+}
+
+// Which instructions each kind of style takes. Deliberately, any other code fails the whole
+// entry: a line or area instruction in a point table, an area fill in a line table.
+template <typename Style>
+constexpr unsigned kAccepted = 0;
+template <>
+constexpr unsigned kAccepted<KGChartPointObjectStyle> = Bit(Instruction::SY) |
+                                                        Bit(Instruction::TX) |
+                                                        Bit(Instruction::TE) | Bit(Instruction::CS);
+template <>
+constexpr unsigned kAccepted<KGChartLineObjectStyle> = kAccepted<KGChartPointObjectStyle> |
+                                                       Bit(Instruction::LC) | Bit(Instruction::LS);
+template <>
+constexpr unsigned kAccepted<KGChartAreaObjectStyle> = kAccepted<KGChartLineObjectStyle> |
+                                                       Bit(Instruction::AP) | Bit(Instruction::AC);
+
+// A point or area style collects its symbols; a line style keeps one.
+template <typename Style>
+void ApplySymbol(View args, Style& style) {
+    AddSymbol(args, style.Symbols);
+}
+void ApplySymbol(View args, KGChartLineObjectStyle& style) {
+    ParseSymbol(args, style.Symbol);
+}
+
+void ApplyFill(View args, KGChartAreaObjectStyle& style) {
+    const size_t comma = args.find(u',');
+    style.FillColorToken = ToString(args.substr(0, comma));
+    // Deliberately a single digit: "AC(CHBRN,35)" is transparency 3.
+    if (comma != View::npos) style.FillTransparency = kgatoi(ToString(args.substr(comma + 1, 1)));
+}
+
+template <typename Style>
+bool ApplyInstructions(View field, PlixUnicodeString& procedure, Style& style) {
+    constexpr unsigned accepted = kAccepted<Style>;
     return ParseInstructions(field, [&](Instruction code, View args) {
-        switch (code) {
-            case Instruction::SY:
-                AddSymbol(args, style.Symbols);
-                break;
-            case Instruction::TE:
-            case Instruction::TX:
-                AddText(code, args, style.Texts);
-                break;
-            case Instruction::CS:
-                ApplyProcedure(args, procedure, style.HasProcedure);
-                return true;
-            default:
-                // Deliberate: a line or area instruction fails the whole point entry.
-                return false;
+        if ((accepted & Bit(code)) == 0) return false;
+        if (code == Instruction::CS) {
+            // A procedure alone does not make the entry one with instructions.
+            ApplyProcedure(args, procedure, style.HasProcedure);
+            return true;
+        }
+        if (code == Instruction::SY) ApplySymbol(args, style);
+        if (code == Instruction::TX || code == Instruction::TE) AddText(code, args, style.Texts);
+        if constexpr ((accepted & Bit(Instruction::LS)) != 0) {
+            if (code == Instruction::LC) style.ComplexLineName = ToString(args);
+            if (code == Instruction::LS) ParseLine(args, style.LineStyle);
+        }
+        if constexpr ((accepted & Bit(Instruction::AP)) != 0) {
+            if (code == Instruction::AP) style.PatternName = ToString(args);
+            if (code == Instruction::AC) ApplyFill(args, style);
         }
         style.HasInstruction = true;
         return true;
     });
+}
+
+}  // namespace
+
+bool ParsePointInstructions(View field, PlixUnicodeString& procedure,
+                            KGChartPointObjectStyle& style) {
+    return ApplyInstructions(field, procedure, style);
 }
 
 bool ParseLineInstructions(View field, PlixUnicodeString& procedure,
                            KGChartLineObjectStyle& style) {
-    return ParseInstructions(field, [&](Instruction code, View args) {
-        switch (code) {
-            case Instruction::SY:
-                ParseSymbol(args, style.Symbol);
-                break;
-            case Instruction::LC:
-                style.ComplexLineName = ToString(args);
-                break;
-            case Instruction::LS:
-                ParseLine(args, style.LineStyle);
-                break;
-            case Instruction::TE:
-            case Instruction::TX:
-                AddText(code, args, style.Texts);
-                break;
-            case Instruction::CS:
-                ApplyProcedure(args, procedure, style.HasProcedure);
-                return true;
-            default:
-                // Deliberate: an area fill fails the whole line entry.
-                return false;
-        }
-        style.HasInstruction = true;
-        return true;
-    });
+    return ApplyInstructions(field, procedure, style);
 }
 
 bool ParseAreaInstructions(View field, PlixUnicodeString& procedure,
                            KGChartAreaObjectStyle& style) {
-    return ParseInstructions(field, [&](Instruction code, View args) {
-        switch (code) {
-            case Instruction::SY:
-                AddSymbol(args, style.Symbols);
-                break;
-            case Instruction::LC:
-                style.ComplexLineName = ToString(args);
-                break;
-            case Instruction::LS:
-                ParseLine(args, style.LineStyle);
-                break;
-            case Instruction::TE:
-            case Instruction::TX:
-                AddText(code, args, style.Texts);
-                break;
-            case Instruction::CS:
-                ApplyProcedure(args, procedure, style.HasProcedure);
-                return true;
-            case Instruction::AP:
-                style.PatternName = ToString(args);
-                break;
-            case Instruction::AC: {
-                const size_t comma = args.find(u',');
-                if (comma == View::npos) {
-                    style.FillColorToken = ToString(args);
-                    break;
-                }
-                style.FillColorToken = ToString(args.substr(0, comma));
-                // Deliberately a single digit: "AC(CHBRN,35)" is transparency 3.
-                style.FillTransparency = kgatoi(ToString(args.substr(comma + 1, 1)));
-                break;
-            }
-            default:
-                return false;
-        }
-        style.HasInstruction = true;
-        return true;
-    });
+    return ApplyInstructions(field, procedure, style);
 }
 
 }  // namespace lookup
 
+namespace {
+
+template <typename Style>
+bool CutAndApply(PlixUnicodeString& entry, PlixUnicodeString& procedure, Style* style) {
+    if (style == nullptr) return false;
+    const PlixUnicodeString field = lookup::CutFront(entry, &lookup::EntryCursor::Cut);
+    return lookup::ApplyInstructions(field.Str(), procedure, *style);
+}
+
+}  // namespace
+
 bool KGChartLookupTable::ParseSymbolizationInstructionpPoint(PlixUnicodeString& entry,
                                                              PlixUnicodeString& procedure,
                                                              KGChartPointObjectStyle* style) {
-    if (style == nullptr) return false;
-    const PlixUnicodeString field = lookup::CutQuotedField(entry);
-    return lookup::ParsePointInstructions(field.Str(), procedure, *style);
+    return CutAndApply(entry, procedure, style);
 }
 
 bool KGChartLookupTable::ParseSymbolizationInstructionpLine(PlixUnicodeString& entry,
                                                             PlixUnicodeString& procedure,
                                                             KGChartLineObjectStyle* style) {
-    if (style == nullptr) return false;
-    const PlixUnicodeString field = lookup::CutQuotedField(entry);
-    return lookup::ParseLineInstructions(field.Str(), procedure, *style);
+    return CutAndApply(entry, procedure, style);
 }
 
 bool KGChartLookupTable::ParseSymbolizationInstructionpArea(PlixUnicodeString& entry,
                                                             PlixUnicodeString& procedure,
                                                             KGChartAreaObjectStyle* style) {
-    if (style == nullptr) return false;
-    const PlixUnicodeString field = lookup::CutQuotedField(entry);
-    return lookup::ParseAreaInstructions(field.Str(), procedure, *style);
+    return CutAndApply(entry, procedure, style);
 }
 
 void KGChartLookupTable::ParseSY(PlixUnicodeString& args, KGChartSymbolMarkerStyle& symbol) {
