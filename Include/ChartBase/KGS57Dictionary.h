@@ -32,19 +32,17 @@ struct VLCHARTBASE_API KGS57Object {
 class VLCHARTBASE_API KGS57Objects {
 public:
     KGS57Objects();
-    ~KGS57Objects();
 
     // Replaces the contents by those of the file. False (and empty) when the file cannot be
     // read or its root is not "ObjectClasses".
     bool LoadXml(const PLIX::PlixUnicodeString& path);
 
     const PLIX::PlixArray<KGS57Object>& GetRecords() const { return m_records; }
-    int GetCount() const { return m_count; }
+    int GetCount() const { return m_records.GetSize(); }
 
 private:
     friend class KGS57Config;
     PLIX::PlixArray<KGS57Object> m_records;
-    int32_t m_count = 0;
 };
 
 // ---- attributes ----
@@ -78,19 +76,17 @@ struct VLCHARTBASE_API KGS57Attribute {
 class VLCHARTBASE_API KGS57Attributes {
 public:
     KGS57Attributes();
-    ~KGS57Attributes();
 
     // Replaces the contents by those of the file. False only when the file cannot be read; a
     // document with another root loads as an empty dictionary.
     bool LoadXml(const PLIX::PlixUnicodeString& path);
 
     const PLIX::PlixArray<KGS57Attribute>& GetRecords() const { return m_records; }
-    int GetCount() const { return m_count; }
+    int GetCount() const { return m_records.GetSize(); }
 
 private:
     friend class KGS57Config;
     PLIX::PlixArray<KGS57Attribute> m_records;
-    int32_t m_count = 0;
 };
 
 // ---- agencies ----
@@ -106,19 +102,17 @@ struct VLCHARTBASE_API KGS57Agency {
 class VLCHARTBASE_API KGS57Agencies {
 public:
     KGS57Agencies();
-    ~KGS57Agencies();
 
     // Replaces the contents by those of the file. False only when the file cannot be read; a
     // document with another root loads as an empty dictionary.
     bool LoadXml(const PLIX::PlixUnicodeString& path);
 
     const PLIX::PlixArray<KGS57Agency>& GetRecords() const { return m_records; }
-    int GetCount() const { return m_count; }
+    int GetCount() const { return m_records.GetSize(); }
 
 private:
     friend class KGS57Config;
     PLIX::PlixArray<KGS57Agency> m_records;
-    int32_t m_count = 0;
 };
 
 // ---- product specification lists ----
@@ -163,9 +157,8 @@ struct VLCHARTBASE_API KGS57SpecsObjectDefine {
 class VLCHARTBASE_API KGS57SpecsInfos {
 public:
     KGS57SpecsInfos();
-    ~KGS57SpecsInfos();
 
-    // Empties the nine lists and their counts.
+    // Empties the nine lists.
     void Init();
     // Starts from Init(). False when the file cannot be read; a document without "EncInfos"
     // loads as an empty dictionary.
@@ -212,15 +205,6 @@ private:
     PLIX::PlixArray<KGS57SpecsObjectDefine> m_slaveObjects;
     PLIX::PlixArray<KGS57SpecsObjectDefine> m_structObjects;
     PLIX::PlixArray<KGS57SpecsObjectDefine> m_equipmentObjects;
-    int32_t m_unitsCount = 0;
-    int32_t m_datumsCount = 0;
-    int32_t m_groupOneObjectsCount = 0;
-    int32_t m_nationalAttrsCount = 0;
-    int32_t m_spatialMetaAttrsCount = 0;
-    int32_t m_masterObjectsCount = 0;
-    int32_t m_slaveObjectsCount = 0;
-    int32_t m_structObjectsCount = 0;
-    int32_t m_equipmentObjectsCount = 0;
 };
 
 // ---- product specification object rules ----
@@ -245,19 +229,17 @@ struct VLCHARTBASE_API KGS57SpecsObject {
 class VLCHARTBASE_API KGS57SpecsObjects {
 public:
     KGS57SpecsObjects();
-    ~KGS57SpecsObjects();
 
     // Replaces the contents by those of the file. False (and empty) when the file cannot be
     // read or its root is not "ObjectClasses".
     bool LoadXml(const PLIX::PlixUnicodeString& path);
 
     const PLIX::PlixArray<KGS57SpecsObject>& GetRecords() const { return m_records; }
-    int GetCount() const { return m_count; }
+    int GetCount() const { return m_records.GetSize(); }
 
 private:
     friend class KGS57Config;
     PLIX::PlixArray<KGS57SpecsObject> m_records;
-    int32_t m_count = 0;
 };
 
 // ---- S-58 check messages ----
@@ -274,7 +256,6 @@ struct VLCHARTBASE_API KGS58Info {
 class VLCHARTBASE_API KGS58Infos {
 public:
     KGS58Infos();
-    ~KGS58Infos();
 
     // Merges the file's checks into those held (an equal number replaces the old one). False
     // when the file cannot be read; a document without "S58" adds nothing and succeeds.

@@ -1,46 +1,26 @@
 // Parser of the agency dictionary file (root "Agencies").
-#include "Base/KGMarkup.h"
 #include "ChartBase/KGS57Dictionary.h"
-#include "KGS57DictionaryLog.h"
+#include "KGS57DictionaryFile.h"
 
 using PLIX::PlixUnicodeString;
 
 namespace KGC {
 
 KGS57Agencies::KGS57Agencies() = default;
-KGS57Agencies::~KGS57Agencies() = default;
 
 bool KGS57Agencies::LoadXml(const PlixUnicodeString& path) {
-    m_count = 0;
-    m_records.RemoveAll();
-
-    KGMarkup doc;
-    if (!doc.Load(path)) {
-        s57dict::LogFailure(u"EAg001", 26);
-        return false;
-    }
-    if (!doc.FindElem(u"Agencies")) return true;
-    doc.IntoElem();
-
-    const PlixUnicodeString agency(u"Agency");
-    while (doc.FindElem(agency)) ++m_count;
-    m_records.SetSize(m_count);
-    doc.ResetMainPos();
-
+    static const s57dict::RecordFile file{u"Agencies", u"Agency", s57dict::kAgencyFileUnreadable,
+                                          true};
     const PlixUnicodeString tokenAttr(u"Token"), codeAttr(u"Code"), nameElem(u"AgencyName");
     // Deliberately kept: the name is not cleared between agencies, so an agency without
     // "AgencyName" carries the name of the one before it.
-    PlixUnicodeString token, code, name;
-    for (int i = 0; i < m_count && doc.FindElem(agency); ++i) {
-        token = doc.GetAttrib(tokenAttr);
-        code = doc.GetAttrib(codeAttr);
+    PlixUnicodeString name;
+    return s57dict::LoadRecords(path, file, m_records, [&](KGMarkup& doc, KGS57Agency& record) {
+        record.token = doc.GetAttrib(tokenAttr);
+        record.code = doc.GetAttrib(codeAttr).ToInt(10);
         if (doc.FindChildElem(nameElem)) name = doc.GetChildData();
-        KGS57Agency& record = m_records[i];
-        record.token = token;
-        record.code = code.ToInt(10);
         record.agencyName = name;
-    }
-    return true;
+    });
 }
 
 }  // namespace KGC

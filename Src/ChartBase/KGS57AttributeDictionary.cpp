@@ -1,68 +1,45 @@
 // Parser of the attribute dictionary file (root "Attributes") with the expected values.
-#include "Base/KGMarkup.h"
 #include "ChartBase/KGS57Dictionary.h"
-#include "KGS57DictionaryLog.h"
+#include "KGS57DictionaryFile.h"
 
 using PLIX::PlixUnicodeString;
 
 namespace KGC {
 
 KGS57Attributes::KGS57Attributes() = default;
-KGS57Attributes::~KGS57Attributes() = default;
 
 bool KGS57Attributes::LoadXml(const PlixUnicodeString& path) {
-    m_records.RemoveAll();
-    m_count = 0;
-
-    KGMarkup doc;
-    if (!doc.Load(path)) {
-        s57dict::LogFailure(u"EAg001", 171);
-        return false;
-    }
     // Deliberately kept: unlike the object class file, another root is an empty dictionary,
     // not a failure.
-    if (!doc.FindElem(u"Attributes")) return true;
-    doc.IntoElem();
-
-    const PlixUnicodeString attribute(u"Attribute");
-    while (doc.FindElem(attribute)) ++m_count;
-    m_records.SetSize(m_count);
-    doc.ResetMainPos();
-
+    static const s57dict::RecordFile file{u"Attributes", u"Attribute",
+                                          s57dict::kAttributeFileUnreadable, true};
     const PlixUnicodeString acronymAttr(u"Acronym"), codeAttr(u"Code"), typeAttr(u"Type"),
         valueAttr(u"value"), idAttr(u"ID"), meaningAttr(u"Meaning");
     const PlixUnicodeString nameElem(u"Name"), subsetElem(u"Subset"), localNameElem(u"LocalName"),
         definitionElem(u"Definition"), referencesElem(u"References"), indicationElem(u"Indication"),
         remarksElem(u"Remarks"), conditionElem(u"Condition"), formatElem(u"Format"),
         inputsElem(u"ExpectedInputs"), valueElem(u"ExpectedValue");
-    auto readChild = [&doc](const PlixUnicodeString& name, PlixUnicodeString& field) {
-        if (doc.FindChildElem(name)) field = doc.GetChildData();
-        doc.ResetChildPos();
-    };
-
-    for (int i = 0; i < m_count && doc.FindElem(attribute); ++i) {
-        KGS57Attribute record;
+    return s57dict::LoadRecords(path, file, m_records, [&](KGMarkup& doc, KGS57Attribute& record) {
         record.acronym = doc.GetAttrib(acronymAttr);
-        // Deliberately kept: codes are 16-bit, wider values keep their low 16 bits.
-        record.code = static_cast<uint16_t>(doc.GetAttrib(codeAttr).ToInt(10));
+        record.code = s57dict::ReadCode(doc.GetAttrib(codeAttr));
         PlixUnicodeString type = doc.GetAttrib(typeAttr);
         type.Trim();
         if (!type.IsEmpty()) record.type = KGS57DefineInfo::ToAttributeType(type);
 
-        readChild(nameElem, record.name);
+        s57dict::ReadChildData(doc, nameElem, record.name);
         if (doc.FindChildElem(subsetElem)) {
             PlixUnicodeString subset = doc.GetChildAttrib(valueAttr);
             subset.Trim();
             if (!subset.IsEmpty()) record.subset = std::move(subset);
         }
         doc.ResetChildPos();
-        readChild(localNameElem, record.localName);
-        readChild(definitionElem, record.definition);
-        readChild(referencesElem, record.references);
-        readChild(indicationElem, record.indication);
-        readChild(remarksElem, record.remarks);
-        readChild(conditionElem, record.condition);
-        readChild(formatElem, record.format);
+        s57dict::ReadChildData(doc, localNameElem, record.localName);
+        s57dict::ReadChildData(doc, definitionElem, record.definition);
+        s57dict::ReadChildData(doc, referencesElem, record.references);
+        s57dict::ReadChildData(doc, indicationElem, record.indication);
+        s57dict::ReadChildData(doc, remarksElem, record.remarks);
+        s57dict::ReadChildData(doc, conditionElem, record.condition);
+        s57dict::ReadChildData(doc, formatElem, record.format);
 
         if (doc.FindChildElem(inputsElem)) {
             doc.IntoElem();
@@ -80,9 +57,7 @@ bool KGS57Attributes::LoadXml(const PlixUnicodeString& path) {
             doc.OutOfElem();
         }
         doc.ResetChildPos();
-        m_records[i] = std::move(record);
-    }
-    return true;
+    });
 }
 
 }  // namespace KGC

@@ -1,3 +1,4 @@
+// The dataset group extension info: one cell's name, scale, bounds, projection and tables.
 #include "ChartBase/KGS57DatasetGroupExtInfo.h"
 
 #include <array>
@@ -66,11 +67,6 @@ PlixUnicodeString FormatScale(long long scale) {
 KGS57DatasetGroupExtInfo::KGS57DatasetGroupExtInfo() {
     Init();
 }
-
-KGS57DatasetGroupExtInfo::KGS57DatasetGroupExtInfo(const KGS57DatasetGroupExtInfo& other) = default;
-KGS57DatasetGroupExtInfo& KGS57DatasetGroupExtInfo::operator=(
-    const KGS57DatasetGroupExtInfo& other) = default;
-KGS57DatasetGroupExtInfo::~KGS57DatasetGroupExtInfo() = default;
 
 void KGS57DatasetGroupExtInfo::Init() {
     m_extInfoText.Empty();

@@ -1,3 +1,4 @@
+// Names of the datum, unit, attribute and feature types, both ways.
 #include "ChartBase/KGS57DefineInfo.h"
 
 #include "Base/PlixTypes.h"

@@ -13,12 +13,11 @@ using PLIX::PlixUnicodeString;
 namespace KGC {
 namespace {
 
-// Bisection over the first count entries by their 16-bit code, widened to int.
+// Bisection by the 16-bit code, widened to int.
 template <typename Record>
-const Record* FindByCode(const PlixArray<Record>& records, int count, int code) {
-    if (count < 1) return nullptr;
+const Record* FindByCode(const PlixArray<Record>& records, int code) {
     int low = 0;
-    int high = std::min(count, records.GetSize()) - 1;
+    int high = records.GetSize() - 1;
     while (low <= high) {
         const int middle = (low + high) / 2;
         const int probe = static_cast<int>(records[middle].code);
@@ -33,42 +32,40 @@ const Record* FindByCode(const PlixArray<Record>& records, int count, int code) 
 }
 
 template <typename Record>
-void SortByCode(PlixArray<Record>& records, int count) {
-    const int n = std::min(count, records.GetSize());
-    if (n < 2) return;
-    std::sort(records.begin(), records.begin() + n,
+void SortByCode(PlixArray<Record>& records) {
+    std::sort(records.begin(), records.end(),
               [](const Record& a, const Record& b) { return a.code < b.code; });
 }
 
 template <typename Record>
-void RebuildIndex(const PlixArray<Record>& records, int count,
-                  PlixDict<PlixUnicodeString, int32_t>& index) {
+void RebuildIndex(const PlixArray<Record>& records, PlixDict<PlixUnicodeString, int32_t>& index) {
     index.RemoveAll();
-    if (count < 1) return;
     // Later records win, so a repeated acronym maps to the code of its last record.
-    for (int i = 0; i < count && i < records.GetSize(); ++i)
-        index.SetAt(records[i].acronym, records[i].code);
+    for (const Record& record : records) index.SetAt(record.acronym, record.code);
+}
+
+// The first record in file order that matches.
+template <typename Record, typename Match>
+const Record* FindFirst(const PlixArray<Record>& records, Match match) {
+    const auto found = std::find_if(records.begin(), records.end(), match);
+    return found == records.end() ? nullptr : &*found;
+}
+
+template <typename Record>
+bool CopyFound(const Record* found, Record& out) {
+    if (found == nullptr) return false;
+    out = *found;
+    return true;
 }
 
 template <typename Define>
-bool ContainsCode(const PlixArray<Define>& list, int count, int code) {
-    for (int i = 0; i < count && i < list.GetSize(); ++i) {
-        if (static_cast<int>(list[i].code) == code) return true;
-    }
-    return false;
+bool ContainsCode(const PlixArray<Define>& list, int code) {
+    return FindFirst(list, [code](const Define& d) { return static_cast<int>(d.code) == code; });
 }
 
 template <typename Define>
-bool ContainsAcronym(const PlixArray<Define>& list, int count, const PlixUnicodeString& acronym) {
-    for (int i = 0; i < count && i < list.GetSize(); ++i) {
-        if (list[i].acronym == acronym) return true;
-    }
-    return false;
-}
-
-template <typename Define>
-bool BisectCode(const PlixArray<Define>& list, int code) {
-    return FindByCode(list, list.GetSize(), code) != nullptr;
+bool ContainsAcronym(const PlixArray<Define>& list, const PlixUnicodeString& acronym) {
+    return FindFirst(list, [&acronym](const Define& d) { return d.acronym == acronym; });
 }
 
 bool IndexedCode(const PlixDict<PlixUnicodeString, int32_t>& index,
@@ -151,7 +148,7 @@ bool KGS57Config::LoadDicts() {
 
 bool KGS57Config::LoadAgenciesFile(const PlixUnicodeString& path) {
     if (!m_agencies.LoadXml(path)) {
-        s57dict::LogFailure(u"EAg001", 758);
+        s57dict::LogFailure(s57dict::kAgencyLoadFailed);
         return false;
     }
     return true;
@@ -165,10 +162,10 @@ bool KGS57Config::ReloadAgenciesFile() {
 bool KGS57Config::LoadS57ObjectsFile(const PlixUnicodeString& path) {
     if (!m_objects.LoadXml(path)) {
         // The acronym index is deliberately left as it was.
-        s57dict::LogFailure(u"EAg001", 773);
+        s57dict::LogFailure(s57dict::kObjectLoadFailed);
         return false;
     }
-    SortByCode(m_objects.m_records, m_objects.m_count);
+    SortByCode(m_objects.m_records);
     objNameToCodeDict();
     return true;
 }
@@ -181,10 +178,10 @@ bool KGS57Config::ReloadS57ObjectsFile() {
 bool KGS57Config::LoadS57AttributesFile(const PlixUnicodeString& path) {
     if (!m_attributes.LoadXml(path)) {
         // The acronym index is deliberately left as it was.
-        s57dict::LogFailure(u"EAg001", 790);
+        s57dict::LogFailure(s57dict::kAttributeLoadFailed);
         return false;
     }
-    SortByCode(m_attributes.m_records, m_attributes.m_count);
+    SortByCode(m_attributes.m_records);
     attiNameToCodeDict();
     return true;
 }
@@ -196,7 +193,7 @@ bool KGS57Config::ReloadS57AttributesFile() {
 
 bool KGS57Config::LoadS57SpecsObjectsFile(const PlixUnicodeString& path) {
     if (!m_specsObjects.LoadXml(path)) {
-        s57dict::LogFailure(u"EAg001", 804);
+        s57dict::LogFailure(s57dict::kSpecsObjectLoadFailed);
         return false;
     }
     return true;
@@ -209,7 +206,7 @@ bool KGS57Config::ReloadS57SpecsObjectsFile() {
 
 bool KGS57Config::LoadS57SpecsInfosFile(const PlixUnicodeString& path) {
     if (!m_specsInfos.LoadXml(path)) {
-        s57dict::LogFailure(u"EAg001", 818);
+        s57dict::LogFailure(s57dict::kSpecsInfoLoadFailed);
         return false;
     }
     return true;
@@ -222,7 +219,7 @@ bool KGS57Config::ReloadS57SpecsInfosFile() {
 
 bool KGS57Config::LoadS58CheckDictFile(const PlixUnicodeString& path) {
     if (!m_s58Infos.LoadXML(path)) {
-        s57dict::LogFailure(u"EAg001", 831);
+        s57dict::LogFailure(s57dict::kS58LoadFailed);
         return false;
     }
     return true;
@@ -231,14 +228,11 @@ bool KGS57Config::LoadS58CheckDictFile(const PlixUnicodeString& path) {
 // ---- object classes ----
 
 void KGS57Config::objNameToCodeDict() {
-    RebuildIndex(m_objects.m_records, m_objects.m_count, m_objectAcronymIndex);
+    RebuildIndex(m_objects.m_records, m_objectAcronymIndex);
 }
 
 bool KGS57Config::GetS57Object(int code, KGS57Object& out) const {
-    const KGS57Object* found = FindByCode(m_objects.m_records, m_objects.m_count, code);
-    if (!found) return false;
-    out = *found;
-    return true;
+    return CopyFound(FindByCode(m_objects.m_records, code), out);
 }
 
 bool KGS57Config::GetS57Object(const PlixUnicodeString& acronym, KGS57Object& out) const {
@@ -255,14 +249,11 @@ void KGS57Config::GetArrayS57Object(PlixArray<KGS57Object>& out) const {
 // ---- attributes ----
 
 void KGS57Config::attiNameToCodeDict() {
-    RebuildIndex(m_attributes.m_records, m_attributes.m_count, m_attributeAcronymIndex);
+    RebuildIndex(m_attributes.m_records, m_attributeAcronymIndex);
 }
 
 bool KGS57Config::GetS57Attributes(int code, KGS57Attribute& out) const {
-    const KGS57Attribute* found = FindByCode(m_attributes.m_records, m_attributes.m_count, code);
-    if (!found) return false;
-    out = *found;
-    return true;
+    return CopyFound(FindByCode(m_attributes.m_records, code), out);
 }
 
 bool KGS57Config::GetS57Attributes(const PlixUnicodeString& acronym, KGS57Attribute& out) const {
@@ -274,7 +265,7 @@ bool KGS57Config::GetS57AttributeType(const PlixUnicodeString& acronym,
                                       KGS57DefineInfo::AttributeType& type) const {
     int code = 0;
     if (!IndexedCode(m_attributeAcronymIndex, acronym, code)) return false;
-    const KGS57Attribute* found = FindByCode(m_attributes.m_records, m_attributes.m_count, code);
+    const KGS57Attribute* found = FindByCode(m_attributes.m_records, code);
     if (!found) return false;
     type = found->type;
     return true;
@@ -287,25 +278,15 @@ void KGS57Config::GetArrayS57Attribute(PlixArray<KGS57Attribute>& out) const {
 // ---- agencies ----
 
 bool KGS57Config::GetS57Agency(const PlixUnicodeString& token, KGS57Agency& out) const {
-    const int count = std::min(m_agencies.m_count, m_agencies.m_records.GetSize());
-    for (int i = 0; i < count; ++i) {
-        if (m_agencies.m_records[i].token == token) {
-            out = m_agencies.m_records[i];
-            return true;
-        }
-    }
-    return false;
+    return CopyFound(FindFirst(m_agencies.m_records,
+                               [&token](const KGS57Agency& a) { return a.token == token; }),
+                     out);
 }
 
 bool KGS57Config::GetS57Agency(int code, KGS57Agency& out) const {
-    const int count = std::min(m_agencies.m_count, m_agencies.m_records.GetSize());
-    for (int i = 0; i < count; ++i) {
-        if (m_agencies.m_records[i].code == code) {
-            out = m_agencies.m_records[i];
-            return true;
-        }
-    }
-    return false;
+    return CopyFound(
+        FindFirst(m_agencies.m_records, [code](const KGS57Agency& a) { return a.code == code; }),
+        out);
 }
 
 void KGS57Config::GetArrayAgency(PlixArray<KGS57Agency>& out) const {
@@ -323,35 +304,31 @@ void KGS57Config::GetArrayS57SpecsDatums(PlixArray<KGS57SpecsDatums>& out) const
 }
 
 bool KGS57Config::IsS57SpecsNationalAttr(int code) const {
-    return ContainsCode(m_specsInfos.m_nationalAttrs, m_specsInfos.m_nationalAttrsCount, code);
+    return ContainsCode(m_specsInfos.m_nationalAttrs, code);
 }
 
 bool KGS57Config::IsS57SpecsNationalAttr(const PlixUnicodeString& acronym) const {
-    return ContainsAcronym(m_specsInfos.m_nationalAttrs, m_specsInfos.m_nationalAttrsCount,
-                           acronym);
+    return ContainsAcronym(m_specsInfos.m_nationalAttrs, acronym);
 }
 
 bool KGS57Config::IsS57SpecsSpatialMetaAttr(int code) const {
-    return ContainsCode(m_specsInfos.m_spatialMetaAttrs, m_specsInfos.m_spatialMetaAttrsCount,
-                        code);
+    return ContainsCode(m_specsInfos.m_spatialMetaAttrs, code);
 }
 
 bool KGS57Config::IsS57SpecsSpatialMetaAttr(const PlixUnicodeString& acronym) const {
-    return ContainsAcronym(m_specsInfos.m_spatialMetaAttrs, m_specsInfos.m_spatialMetaAttrsCount,
-                           acronym);
+    return ContainsAcronym(m_specsInfos.m_spatialMetaAttrs, acronym);
 }
 
 bool KGS57Config::IsS57SpecsGroupOneObject(int code) const {
-    return ContainsCode(m_specsInfos.m_groupOneObjects, m_specsInfos.m_groupOneObjectsCount, code);
+    return ContainsCode(m_specsInfos.m_groupOneObjects, code);
 }
 
 bool KGS57Config::IsS57SpecsGroupOneObject(const PlixUnicodeString& acronym) const {
-    return ContainsAcronym(m_specsInfos.m_groupOneObjects, m_specsInfos.m_groupOneObjectsCount,
-                           acronym);
+    return ContainsAcronym(m_specsInfos.m_groupOneObjects, acronym);
 }
 
 bool KGS57Config::IsS57SpecsMasterObject(int code) const {
-    return BisectCode(m_specsInfos.m_masterObjects, code);
+    return FindByCode(m_specsInfos.m_masterObjects, code) != nullptr;
 }
 
 bool KGS57Config::IsS57SpecsMasterObject(const PlixUnicodeString& acronym) const {
@@ -361,7 +338,7 @@ bool KGS57Config::IsS57SpecsMasterObject(const PlixUnicodeString& acronym) const
 }
 
 bool KGS57Config::IsS57SpecsSlaveObject(int code) const {
-    return BisectCode(m_specsInfos.m_slaveObjects, code);
+    return FindByCode(m_specsInfos.m_slaveObjects, code) != nullptr;
 }
 
 bool KGS57Config::IsS57SpecsSlaveObject(const PlixUnicodeString& acronym) const {
@@ -371,7 +348,7 @@ bool KGS57Config::IsS57SpecsSlaveObject(const PlixUnicodeString& acronym) const 
 }
 
 bool KGS57Config::IsS57SpecsStructObject(int code) const {
-    return BisectCode(m_specsInfos.m_structObjects, code);
+    return FindByCode(m_specsInfos.m_structObjects, code) != nullptr;
 }
 
 bool KGS57Config::IsS57SpecsStructObject(const PlixUnicodeString& acronym) const {
@@ -380,7 +357,7 @@ bool KGS57Config::IsS57SpecsStructObject(const PlixUnicodeString& acronym) const
 }
 
 bool KGS57Config::IsS57SpecsEquipmentObject(int code) const {
-    return BisectCode(m_specsInfos.m_equipmentObjects, code);
+    return FindByCode(m_specsInfos.m_equipmentObjects, code) != nullptr;
 }
 
 bool KGS57Config::IsS57SpecsEquipmentObject(const PlixUnicodeString& acronym) const {
@@ -420,25 +397,17 @@ void KGS57Config::GetArrS57SpecsEquipmentObject(PlixArray<KGS57SpecsObjectDefine
 // ---- product specification object rules ----
 
 bool KGS57Config::GetS57SpecsObject(int code, KGS57SpecsObject& out) const {
-    const int count = std::min(m_specsObjects.m_count, m_specsObjects.m_records.GetSize());
-    for (int i = 0; i < count; ++i) {
-        if (static_cast<int>(m_specsObjects.m_records[i].code) == code) {
-            out = m_specsObjects.m_records[i];
-            return true;
-        }
-    }
-    return false;
+    return CopyFound(
+        FindFirst(m_specsObjects.m_records,
+                  [code](const KGS57SpecsObject& o) { return static_cast<int>(o.code) == code; }),
+        out);
 }
 
 bool KGS57Config::GetS57SpecsObject(const PlixUnicodeString& acronym, KGS57SpecsObject& out) const {
-    const int count = std::min(m_specsObjects.m_count, m_specsObjects.m_records.GetSize());
-    for (int i = 0; i < count; ++i) {
-        if (m_specsObjects.m_records[i].acronym == acronym) {
-            out = m_specsObjects.m_records[i];
-            return true;
-        }
-    }
-    return false;
+    return CopyFound(
+        FindFirst(m_specsObjects.m_records,
+                  [&acronym](const KGS57SpecsObject& o) { return o.acronym == acronym; }),
+        out);
 }
 
 void KGS57Config::GetArrayS57SpecsObject(PlixArray<KGS57SpecsObject>& out) const {

@@ -1,3 +1,4 @@
+// The dataset extension info: S-57 role, feature object class and related dataset.
 #include "ChartBase/KGS57ExtInfo.h"
 
 #include "Base/KGMarkup.h"
@@ -21,8 +22,6 @@ const char16_t kName[] = u"name";
 KGS57ExtInfo::KGS57ExtInfo() {
     Init();
 }
-
-KGS57ExtInfo::~KGS57ExtInfo() = default;
 
 void KGS57ExtInfo::Init() {
     m_relatedDatasetTableName.Empty();

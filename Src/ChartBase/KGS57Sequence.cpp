@@ -1,3 +1,4 @@
+// A named record-identifier sequence of a datasource.
 #include "ChartBase/KGS57Sequence.h"
 
 using PLIX::PlixUnicodeString;

@@ -2,9 +2,8 @@
 // special object class and attribute groups.
 #include <algorithm>
 
-#include "Base/KGMarkup.h"
 #include "ChartBase/KGS57Dictionary.h"
-#include "KGS57DictionaryLog.h"
+#include "KGS57DictionaryFile.h"
 
 using PLIX::PlixArray;
 using PLIX::PlixUnicodeString;
@@ -25,8 +24,7 @@ void ReadDefines(KGMarkup& doc, const char16_t* entryName, int& count, PlixArray
     for (int i = first; i < count && doc.FindElem(entry); ++i) {
         Define& define = list[i];
         define.acronym = doc.GetAttrib(acronymAttr);
-        // Deliberately kept: codes are 16-bit, wider values keep their low 16 bits.
-        define.code = static_cast<uint16_t>(doc.GetAttrib(codeAttr).ToInt(10));
+        define.code = s57dict::ReadCode(doc.GetAttrib(codeAttr));
     }
     doc.OutOfElem();
 }
@@ -42,7 +40,7 @@ void SortByCode(PlixArray<Define>& list) {
 // own items and those of every type element before it.
 template <typename Group, typename Item, typename TypeOf, typename ItemsOf>
 void ReadGroups(KGMarkup& doc, const char16_t* typeElem, const char16_t* itemElem, TypeOf typeOf,
-                ItemsOf itemsOf, int& count, PlixArray<Group>& list) {
+                ItemsOf itemsOf, PlixArray<Group>& list) {
     const PlixUnicodeString typeName(typeElem), itemName(itemElem), valueAttr(u"value"),
         idAttr(u"ID"), meaningAttr(u"Meaning");
     PlixArray<Item> collected;
@@ -60,7 +58,6 @@ void ReadGroups(KGMarkup& doc, const char16_t* typeElem, const char16_t* itemEle
         doc.OutOfElem();
         itemsOf(group) = collected;
         list.Add(std::move(group));
-        ++count;
     }
     doc.OutOfElem();
 }
@@ -68,12 +65,8 @@ void ReadGroups(KGMarkup& doc, const char16_t* typeElem, const char16_t* itemEle
 }  // namespace
 
 KGS57SpecsInfos::KGS57SpecsInfos() = default;
-KGS57SpecsInfos::~KGS57SpecsInfos() = default;
 
 void KGS57SpecsInfos::Init() {
-    m_unitsCount = m_datumsCount = m_groupOneObjectsCount = m_nationalAttrsCount = 0;
-    m_spatialMetaAttrsCount = m_masterObjectsCount = m_slaveObjectsCount = 0;
-    m_structObjectsCount = m_equipmentObjectsCount = 0;
     m_units.RemoveAll();
     m_datums.RemoveAll();
     m_groupOneObjects.RemoveAll();
@@ -99,51 +92,52 @@ bool KGS57SpecsInfos::LoadXml(const PlixUnicodeString& path) {
     Init();
 
     KGMarkup doc;
-    if (!doc.Load(path)) {
-        s57dict::LogFailure(u"EAg002", 262);
-        return false;
-    }
     // Deliberately kept: a document without "EncInfos" is an empty dictionary, not a failure.
-    if (!doc.FindElem(u"EncInfos")) return true;
-    doc.IntoElem();
+    const s57dict::Opened opened =
+        s57dict::OpenDictionary(doc, path, u"EncInfos", &s57dict::kSpecsInfoFileUnreadable);
+    if (opened != s57dict::Opened::AtRoot) return opened == s57dict::Opened::OtherRoot;
 
     // Every section is sought from the first child of "EncInfos", so their order is free.
     auto section = [&doc](const char16_t* name) {
         doc.ResetMainPos();
         return doc.FindElem(name);
     };
-    if (section(u"GroupOneObjectClasses"))
-        ReadObjectDefine(doc, m_groupOneObjectsCount, m_groupOneObjects);
-    if (section(u"NationalAttributes"))
-        ReadAttributeDefine(doc, m_nationalAttrsCount, m_nationalAttrs);
-    if (section(u"SpatialMetaAttributes"))
-        ReadAttributeDefine(doc, m_spatialMetaAttrsCount, m_spatialMetaAttrs);
+    // Each list is read once, into the empty array Init() left.
+    auto objects = [this, &doc](PlixArray<KGS57SpecsObjectDefine>& list) {
+        int count = 0;
+        ReadObjectDefine(doc, count, list);
+    };
+    auto attributes = [this, &doc](PlixArray<KGS57SpecsAttributeDefine>& list) {
+        int count = 0;
+        ReadAttributeDefine(doc, count, list);
+    };
+    if (section(u"GroupOneObjectClasses")) objects(m_groupOneObjects);
+    if (section(u"NationalAttributes")) attributes(m_nationalAttrs);
+    if (section(u"SpatialMetaAttributes")) attributes(m_spatialMetaAttrs);
     if (section(u"Units")) {
         ReadGroups<KGS57SpecsUnits, KGS57SpecsUnit>(
             doc, u"UnitType", u"Unit", KGS57DefineInfo::ToUnitType,
-            [](KGS57SpecsUnits& g) -> PlixArray<KGS57SpecsUnit>& { return g.units; }, m_unitsCount,
-            m_units);
+            [](KGS57SpecsUnits& g) -> PlixArray<KGS57SpecsUnit>& { return g.units; }, m_units);
     }
     if (section(u"Datums")) {
         ReadGroups<KGS57SpecsDatums, KGS57SpecsDatumData>(
             doc, u"DatumType", u"Datum", KGS57DefineInfo::ToDatumType,
             [](KGS57SpecsDatums& g) -> PlixArray<KGS57SpecsDatumData>& { return g.datums; },
-            m_datumsCount, m_datums);
+            m_datums);
     }
     // Deliberately kept: the master list is not sorted although it is searched by bisection;
     // the file must list master object classes by ascending code.
-    if (section(u"MasterObjectClasses"))
-        ReadObjectDefine(doc, m_masterObjectsCount, m_masterObjects);
+    if (section(u"MasterObjectClasses")) objects(m_masterObjects);
     if (section(u"SlaveObjectClasses")) {
-        ReadObjectDefine(doc, m_slaveObjectsCount, m_slaveObjects);
+        objects(m_slaveObjects);
         SortByCode(m_slaveObjects);
     }
     if (section(u"StructObjectClasses")) {
-        ReadObjectDefine(doc, m_structObjectsCount, m_structObjects);
+        objects(m_structObjects);
         SortByCode(m_structObjects);
     }
     if (section(u"EquipmentObjectClasses")) {
-        ReadObjectDefine(doc, m_equipmentObjectsCount, m_equipmentObjects);
+        objects(m_equipmentObjects);
         SortByCode(m_equipmentObjects);
     }
     return true;

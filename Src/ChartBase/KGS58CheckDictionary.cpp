@@ -1,20 +1,19 @@
 // Parser of the S-58 check message file (root "S58").
-#include "Base/KGMarkup.h"
 #include "ChartBase/KGS57Dictionary.h"
+#include "KGS57DictionaryFile.h"
 
 using PLIX::PlixUnicodeString;
 
 namespace KGC {
 
 KGS58Infos::KGS58Infos() = default;
-KGS58Infos::~KGS58Infos() = default;
 
 bool KGS58Infos::LoadXML(const PlixUnicodeString& path) {
     KGMarkup doc;
-    if (!doc.Load(path)) return false;  // the registry logs the failure
-    // Deliberately kept: a document without "S58" adds nothing and is not a failure.
-    if (!doc.FindElem(u"S58")) return true;
-    doc.IntoElem();
+    // The registry logs a failure. Deliberately kept: a document without "S58" adds nothing
+    // and is not a failure.
+    const s57dict::Opened opened = s57dict::OpenDictionary(doc, path, u"S58", nullptr);
+    if (opened != s57dict::Opened::AtRoot) return opened == s57dict::Opened::OtherRoot;
 
     const PlixUnicodeString test(u"Test"), idAttr(u"id"), levelAttr(u"level"),
         descriptionElem(u"Description"), referenceElem(u"Reference");
