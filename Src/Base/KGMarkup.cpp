@@ -12,8 +12,9 @@
 #include <cstring>
 #include <pugixml.hpp>
 #include <string>
-#include <vector>
+#include <utility>
 
+#include "KGAtomicFile.h"
 #include "KGTextEncoding.h"
 
 namespace KGC {
@@ -21,6 +22,19 @@ namespace KGC {
 using PLIX::PlixUnicodeString;
 
 namespace {
+
+// pugixml and the string conversions report running out of memory by throwing. No exception
+// leaves the cursor: the call gives what failed() gives.
+template <typename Body, typename Failed>
+auto Guarded(Body body, Failed failed) -> decltype(body()) {
+    try {
+        return body();
+    } catch (...) {
+        return failed();
+    }
+}
+constexpr auto kNoText = [] { return PlixUnicodeString(); };
+constexpr auto kFalse = [] { return false; };
 
 // Declarations, comments and processing instructions are kept so that a settings file edited
 // by hand keeps them through a save; DOCTYPE is parsed only so that it can be refused.
@@ -250,128 +264,6 @@ struct PugiFree {
 };
 using PugiBuffer = std::unique_ptr<char, PugiFree>;
 
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int fd) : m_fd(fd) {}
-    ~FileDescriptor() { Close(); }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    int Get() const { return m_fd; }
-    bool Close() {
-        if (m_fd < 0) return true;
-        int rc = ::close(m_fd);
-        m_fd = -1;
-        return rc == 0;
-    }
-
-private:
-    int m_fd;
-};
-
-// Takes no computed argument, so that errno is read before anything can change it.
-std::string SystemError(const char* what, const std::string& subject) {
-    const int err = errno;
-    return what + subject + ": " + std::strerror(err);
-}
-
-mode_t CurrentUmask() {
-    // umask() can only be read by changing it, which races with other threads; the kernel
-    // reports it in /proc instead.
-    mode_t mask = 022;
-    if (FILE* f = std::fopen("/proc/self/status", "re")) {
-        char line[256];
-        while (std::fgets(line, sizeof line, f) != nullptr) {
-            unsigned value = 0;
-            if (std::sscanf(line, "Umask: %o", &value) == 1) {
-                mask = static_cast<mode_t>(value);
-                break;
-            }
-        }
-        std::fclose(f);
-    }
-    return mask;
-}
-
-bool WriteAll(int fd, const std::string& bytes) {
-    size_t done = 0;
-    while (done < bytes.size()) {
-        ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        done += static_cast<size_t>(n);
-    }
-    return true;
-}
-
-// Writes a temporary file beside the target and renames it over the target, so that readers
-// see either the old file or the new one, never a part of either.
-bool WriteAtomically(const std::string& path, const std::string& bytes, std::string& error) {
-    std::string target = path;
-    struct stat st {};
-    // Saving through a symbolic link replaces the file it points to, not the link.
-    if (::lstat(path.c_str(), &st) == 0 && S_ISLNK(st.st_mode)) {
-        if (char* real = ::realpath(path.c_str(), nullptr)) {
-            target = real;
-            std::free(real);
-        }
-    }
-    const bool exists = ::stat(target.c_str(), &st) == 0;
-    if (exists && !S_ISREG(st.st_mode)) {
-        error = target + " is not a regular file";
-        return false;
-    }
-    const mode_t mode = exists ? (st.st_mode & 07777) : (0666 & ~CurrentUmask());
-
-    const size_t slash = target.rfind('/');
-    const std::string dir =
-        slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
-    const std::string base = slash == std::string::npos ? target : target.substr(slash + 1);
-    std::string tmpl = dir + "." + base + ".XXXXXX";
-    std::vector<char> name(tmpl.begin(), tmpl.end());
-    name.push_back('\0');
-    FileDescriptor fd(::mkostemp(name.data(), O_CLOEXEC));
-    if (fd.Get() < 0) {
-        error = SystemError("cannot create a temporary file beside ", target);
-        return false;
-    }
-    const char* failed = nullptr;
-    if (!WriteAll(fd.Get(), bytes)) {
-        failed = "cannot write ";
-    } else {
-        // Keeping the owner only works with the privilege to do so; without it the new file
-        // belongs to the writer, as any rewritten file would. Before fchmod, since a change
-        // of owner clears set-id bits.
-        if (exists && (st.st_uid != ::geteuid() || st.st_gid != ::getegid())) {
-            if (::fchown(fd.Get(), st.st_uid, st.st_gid) != 0) {
-            }
-        }
-        if (::fchmod(fd.Get(), mode) != 0) {
-            failed = "cannot set the permissions of ";
-        } else if (::fsync(fd.Get()) != 0) {
-            failed = "cannot flush ";
-        } else if (!fd.Close()) {
-            failed = "cannot write ";
-        } else if (::rename(name.data(), target.c_str()) != 0) {
-            failed = "cannot replace ";
-        }
-    }
-    const bool ok = failed == nullptr;
-    if (!ok) error = SystemError(failed, target);
-    if (!ok) {
-        fd.Close();
-        ::unlink(name.data());
-        return false;
-    }
-    // The rename itself is made durable by syncing the directory; a failure here cannot undo
-    // a save that has already happened, so it is not reported.
-    FileDescriptor dirFd(
-        ::open(dir.empty() ? "." : dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (dirFd.Get() >= 0) ::fsync(dirFd.Get());
-    return true;
-}
-
 }  // namespace
 
 struct KGMarkup::Private {
@@ -384,12 +276,6 @@ struct KGMarkup::Private {
     TextEncoding::Encoding encoding;
 
     Private() : parent(doc) {}
-
-    // A moved-from cursor comes back to life as an empty document.
-    static Private& Of(std::unique_ptr<Private>& d) {
-        if (!d) d = std::make_unique<Private>();
-        return *d;
-    }
 
     void ResetPos() {
         parent = doc;
@@ -449,6 +335,10 @@ struct KGMarkup::Private {
             enc, prolog);
     }
 
+    bool LoadFile(const PlixUnicodeString& path);
+    bool SaveFile(const PlixUnicodeString& path);
+    bool ParseText(const PlixUnicodeString& text);
+
     bool ParseCopy(const std::string& utf8, const TextEncoding::Encoding& enc) {
         Prolog prolog;
         if (!Acceptable(utf8.data(), utf8.size(), enc, prolog)) return false;
@@ -464,12 +354,24 @@ KGMarkup::KGMarkup(const PlixUnicodeString& text) : KGMarkup() {
 }
 
 KGMarkup::~KGMarkup() = default;
-KGMarkup::KGMarkup(KGMarkup&&) noexcept = default;
-KGMarkup& KGMarkup::operator=(KGMarkup&&) noexcept = default;
+
+// The moved-from cursor is left an empty document, so that it stays usable.
+KGMarkup::KGMarkup(KGMarkup&& other) noexcept
+    : d(std::exchange(other.d, std::make_unique<Private>())) {}
+
+KGMarkup& KGMarkup::operator=(KGMarkup&& other) noexcept {
+    if (this != &other) d = std::exchange(other.d, std::make_unique<Private>());
+    return *this;
+}
 
 bool KGMarkup::Load(const PlixUnicodeString& path) {
-    try {
-        Private& p = Private::Of(d);
+    Private& p = *d;
+    return Guarded([&] { return p.LoadFile(path); }, [&] { return p.Fail("out of memory"); });
+}
+
+bool KGMarkup::Private::LoadFile(const PlixUnicodeString& path) {
+    {
+        Private& p = *this;
         p.Clear();
         const std::string file = path.ToUtf8();
         FileDescriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
@@ -510,15 +412,21 @@ bool KGMarkup::Load(const PlixUnicodeString& path) {
         }
         buffer.reset();
         return p.ParseCopy(utf8, enc);
-    } catch (...) {
-        if (d) d->Fail("out of memory");
-        return false;
     }
 }
 
 bool KGMarkup::Save(const PlixUnicodeString& path) {
-    try {
-        Private& p = Private::Of(d);
+    Private& p = *d;
+    return Guarded([&] { return p.SaveFile(path); },
+                   [&] {
+                       p.error = "out of memory";
+                       return false;
+                   });
+}
+
+bool KGMarkup::Private::SaveFile(const PlixUnicodeString& path) {
+    {
+        Private& p = *this;
         p.error.clear();
         // Refused so that a settings file that failed to load is never overwritten by nothing.
         if (!NextElement(p.doc.first_child(), std::string())) {
@@ -540,15 +448,17 @@ bool KGMarkup::Save(const PlixUnicodeString& path) {
             return false;
         }
         return true;
-    } catch (...) {
-        if (d) d->error = "out of memory";
-        return false;
     }
 }
 
 bool KGMarkup::SetDoc(const PlixUnicodeString& text) {
-    try {
-        Private& p = Private::Of(d);
+    Private& p = *d;
+    return Guarded([&] { return p.ParseText(text); }, [&] { return p.Fail("out of memory"); });
+}
+
+bool KGMarkup::Private::ParseText(const PlixUnicodeString& text) {
+    {
+        Private& p = *this;
         p.Clear();
         if (text.IsEmpty()) return true;
         std::string utf8 = text.ToUtf8();
@@ -564,42 +474,30 @@ bool KGMarkup::SetDoc(const PlixUnicodeString& text) {
         }
         if (enc.form == TextEncoding::Form::Utf8) enc.bom = bom;
         return p.ParseCopy(utf8, enc);
-    } catch (...) {
-        if (d) d->Fail("out of memory");
-        return false;
     }
 }
 
 PlixUnicodeString KGMarkup::GetDoc() const {
-    try {
-        if (!d) return PlixUnicodeString();
-        std::string text;
-        StringWriter writer(text);
-        d->doc.save(writer, kIndent, kFormat, pugi::encoding_utf8);
-        return PlixUnicodeString(text);
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    return Guarded(
+        [&] {
+            std::string text;
+            StringWriter writer(text);
+            d->doc.save(writer, kIndent, kFormat, pugi::encoding_utf8);
+            return PlixUnicodeString(text);
+        },
+        kNoText);
 }
 
 bool KGMarkup::IsWellFormed() const {
-    return !d || d->wellFormed;
+    return d->wellFormed;
 }
 
 PlixUnicodeString KGMarkup::GetError() const {
-    try {
-        return d ? PlixUnicodeString(d->error) : PlixUnicodeString();
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    return Guarded([&] { return PlixUnicodeString(d->error); }, kNoText);
 }
 
 std::string KGMarkup::GetEncoding() const {
-    try {
-        return d ? d->encoding.name : std::string("UTF-8");
-    } catch (...) {
-        return std::string();
-    }
+    return Guarded([&] { return d->encoding.name; }, [] { return std::string(); });
 }
 
 bool KGMarkup::FindElem(const PlixUnicodeString& name) {
@@ -611,18 +509,17 @@ bool KGMarkup::FindElem(const char16_t* name) {
 }
 
 bool KGMarkup::FindElemNamed(const char16_t* name, size_t length) {
-    try {
-        if (!d) return false;
-        Private& p = *d;
-        pugi::xml_node from = p.main ? p.main.next_sibling() : p.parent.first_child();
-        pugi::xml_node found = NextElement(from, Name(name ? name : u"", name ? length : 0));
-        if (!found) return false;
-        p.main = found;
-        p.child = pugi::xml_node();
-        return true;
-    } catch (...) {
-        return false;
-    }
+    Private& p = *d;
+    return Guarded(
+        [&] {
+            pugi::xml_node from = p.main ? p.main.next_sibling() : p.parent.first_child();
+            pugi::xml_node found = NextElement(from, Name(name ? name : u"", name ? length : 0));
+            if (!found) return false;
+            p.main = found;
+            p.child = pugi::xml_node();
+            return true;
+        },
+        kFalse);
 }
 
 bool KGMarkup::FindChildElem(const PlixUnicodeString& name) {
@@ -634,21 +531,21 @@ bool KGMarkup::FindChildElem(const char16_t* name) {
 }
 
 bool KGMarkup::FindChildElemNamed(const char16_t* name, size_t length) {
-    try {
-        if (!d || !d->main) return false;
-        Private& p = *d;
-        pugi::xml_node from = p.child ? p.child.next_sibling() : p.main.first_child();
-        pugi::xml_node found = NextElement(from, Name(name ? name : u"", name ? length : 0));
-        if (!found) return false;
-        p.child = found;
-        return true;
-    } catch (...) {
-        return false;
-    }
+    Private& p = *d;
+    if (!p.main) return false;
+    return Guarded(
+        [&] {
+            pugi::xml_node from = p.child ? p.child.next_sibling() : p.main.first_child();
+            pugi::xml_node found = NextElement(from, Name(name ? name : u"", name ? length : 0));
+            if (!found) return false;
+            p.child = found;
+            return true;
+        },
+        kFalse);
 }
 
 bool KGMarkup::IntoElem() {
-    if (!d || !d->main) return false;
+    if (!d->main) return false;
     d->parent = d->main;
     d->main = d->child;
     d->child = pugi::xml_node();
@@ -656,7 +553,7 @@ bool KGMarkup::IntoElem() {
 }
 
 bool KGMarkup::OutOfElem() {
-    if (!d || !IsElement(d->parent)) return false;
+    if (!IsElement(d->parent)) return false;
     d->child = d->main;
     d->main = d->parent;
     d->parent = d->parent.parent();
@@ -664,49 +561,32 @@ bool KGMarkup::OutOfElem() {
 }
 
 void KGMarkup::ResetPos() {
-    if (d) d->ResetPos();
+    d->ResetPos();
 }
 
 void KGMarkup::ResetMainPos() {
-    if (!d) return;
     d->main = pugi::xml_node();
     d->child = pugi::xml_node();
 }
 
 void KGMarkup::ResetChildPos() {
-    if (d) d->child = pugi::xml_node();
+    d->child = pugi::xml_node();
 }
 
 PlixUnicodeString KGMarkup::GetTagName() const {
-    try {
-        return d ? PlixUnicodeString(d->main.name()) : PlixUnicodeString();
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    return Guarded([&] { return PlixUnicodeString(d->main.name()); }, kNoText);
 }
 
 PlixUnicodeString KGMarkup::GetChildTagName() const {
-    try {
-        return d ? PlixUnicodeString(d->child.name()) : PlixUnicodeString();
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    return Guarded([&] { return PlixUnicodeString(d->child.name()); }, kNoText);
 }
 
 PlixUnicodeString KGMarkup::GetData() const {
-    try {
-        return d ? TextOf(d->main) : PlixUnicodeString();
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    return Guarded([&] { return TextOf(d->main); }, kNoText);
 }
 
 PlixUnicodeString KGMarkup::GetChildData() const {
-    try {
-        return d ? TextOf(d->child) : PlixUnicodeString();
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    return Guarded([&] { return TextOf(d->child); }, kNoText);
 }
 
 PlixUnicodeString KGMarkup::GetAttrib(const PlixUnicodeString& name) const {
@@ -714,12 +594,8 @@ PlixUnicodeString KGMarkup::GetAttrib(const PlixUnicodeString& name) const {
 }
 
 PlixUnicodeString KGMarkup::GetAttrib(const char16_t* name) const {
-    try {
-        if (!d || !d->main) return PlixUnicodeString();
-        return AttributeOf(d->main, NameOf(name));
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    if (!d->main) return PlixUnicodeString();
+    return Guarded([&] { return AttributeOf(d->main, NameOf(name)); }, kNoText);
 }
 
 PlixUnicodeString KGMarkup::GetChildAttrib(const PlixUnicodeString& name) const {
@@ -727,110 +603,88 @@ PlixUnicodeString KGMarkup::GetChildAttrib(const PlixUnicodeString& name) const 
 }
 
 PlixUnicodeString KGMarkup::GetChildAttrib(const char16_t* name) const {
-    try {
-        if (!d || !d->child) return PlixUnicodeString();
-        return AttributeOf(d->child, NameOf(name));
-    } catch (...) {
-        return PlixUnicodeString();
-    }
+    if (!d->child) return PlixUnicodeString();
+    return Guarded([&] { return AttributeOf(d->child, NameOf(name)); }, kNoText);
 }
 
-bool KGMarkup::AddElem(const PlixUnicodeString& name, const PlixUnicodeString& data) {
-    try {
-        Private& p = Private::Of(d);
-        const std::string tag = name.ToUtf8();
-        if (!IsValidName(tag)) return false;
-        if (p.parent.type() == pugi::node_document) {
-            if (NextElement(p.parent.first_child(), std::string())) return false;
-        } else if (Depth(p.parent) >= MaxDepth) {
-            // Kept within the depth Load accepts, so that whatever is saved can be read back.
-            return false;
-        }
-        pugi::xml_node n = p.main ? p.parent.insert_child_after(pugi::node_element, p.main)
-                                  : p.parent.append_child(pugi::node_element);
-        if (!n) return false;
-        if (!n.set_name(tag.c_str()) || !SetTextOf(n, data.ToUtf8())) {
-            p.parent.remove_child(n);
-            return false;
-        }
-        p.main = n;
-        p.child = pugi::xml_node();
-        return true;
-    } catch (...) {
-        return false;
+namespace {
+
+// Adds an element named name, holding data, under parent: after previous, or last when there
+// is none. Null when the name is not an XML name or the element cannot be made.
+pugi::xml_node AddElementAfter(pugi::xml_node parent, pugi::xml_node previous,
+                               const PlixUnicodeString& name, const PlixUnicodeString& data) {
+    const std::string tag = name.ToUtf8();
+    if (!IsValidName(tag)) return pugi::xml_node();
+    pugi::xml_node n = previous ? parent.insert_child_after(pugi::node_element, previous)
+                                : parent.append_child(pugi::node_element);
+    if (n && (!n.set_name(tag.c_str()) || !SetTextOf(n, data.ToUtf8()))) {
+        parent.remove_child(n);
+        return pugi::xml_node();
     }
+    return n;
+}
+
+}  // namespace
+
+bool KGMarkup::AddElem(const PlixUnicodeString& name, const PlixUnicodeString& data) {
+    Private& p = *d;
+    return Guarded(
+        [&] {
+            if (p.parent.type() == pugi::node_document) {
+                if (NextElement(p.parent.first_child(), std::string())) return false;
+            } else if (Depth(p.parent) >= MaxDepth) {
+                // Kept within the depth Load accepts, so that whatever is saved can be read back.
+                return false;
+            }
+            pugi::xml_node n = AddElementAfter(p.parent, p.main, name, data);
+            if (!n) return false;
+            p.main = n;
+            p.child = pugi::xml_node();
+            return true;
+        },
+        kFalse);
 }
 
 bool KGMarkup::AddChildElem(const PlixUnicodeString& name, const PlixUnicodeString& data) {
-    try {
-        if (!d || !d->main) return false;
-        Private& p = *d;
-        const std::string tag = name.ToUtf8();
-        if (!IsValidName(tag) || Depth(p.main) >= MaxDepth) return false;
-        pugi::xml_node n = p.child ? p.main.insert_child_after(pugi::node_element, p.child)
-                                   : p.main.append_child(pugi::node_element);
-        if (!n) return false;
-        if (!n.set_name(tag.c_str()) || !SetTextOf(n, data.ToUtf8())) {
-            p.main.remove_child(n);
-            return false;
-        }
-        p.child = n;
-        return true;
-    } catch (...) {
-        return false;
-    }
+    Private& p = *d;
+    if (!p.main) return false;
+    return Guarded(
+        [&] {
+            if (Depth(p.main) >= MaxDepth) return false;
+            pugi::xml_node n = AddElementAfter(p.main, p.child, name, data);
+            if (!n) return false;
+            p.child = n;
+            return true;
+        },
+        kFalse);
 }
 
 bool KGMarkup::SetAttrib(const PlixUnicodeString& name, const PlixUnicodeString& value) {
-    try {
-        return d && SetAttribOn(d->main, name, value.ToUtf8());
-    } catch (...) {
-        return false;
-    }
+    return Guarded([&] { return SetAttribOn(d->main, name, value.ToUtf8()); }, kFalse);
 }
 
 bool KGMarkup::SetAttrib(const PlixUnicodeString& name, int value) {
-    try {
-        return d && SetAttribOn(d->main, name, std::to_string(value));
-    } catch (...) {
-        return false;
-    }
+    return Guarded([&] { return SetAttribOn(d->main, name, std::to_string(value)); }, kFalse);
 }
 
 bool KGMarkup::SetChildAttrib(const PlixUnicodeString& name, const PlixUnicodeString& value) {
-    try {
-        return d && SetAttribOn(d->child, name, value.ToUtf8());
-    } catch (...) {
-        return false;
-    }
+    return Guarded([&] { return SetAttribOn(d->child, name, value.ToUtf8()); }, kFalse);
 }
 
 bool KGMarkup::SetChildAttrib(const PlixUnicodeString& name, int value) {
-    try {
-        return d && SetAttribOn(d->child, name, std::to_string(value));
-    } catch (...) {
-        return false;
-    }
+    return Guarded([&] { return SetAttribOn(d->child, name, std::to_string(value)); }, kFalse);
 }
 
 bool KGMarkup::SetData(const PlixUnicodeString& text) {
-    try {
-        return d && SetTextOf(d->main, text.ToUtf8());
-    } catch (...) {
-        return false;
-    }
+    return Guarded([&] { return SetTextOf(d->main, text.ToUtf8()); }, kFalse);
 }
 
 bool KGMarkup::SetChildData(const PlixUnicodeString& text) {
-    try {
-        return d && SetTextOf(d->child, text.ToUtf8());
-    } catch (...) {
-        return false;
-    }
+    return Guarded([&] { return SetTextOf(d->child, text.ToUtf8()); }, kFalse);
 }
 
 bool KGMarkup::RemoveElem() {
-    if (!d || !d->main) return false;
+    if (!d->main) return false;
     pugi::xml_node previous = PreviousElement(d->main);
     if (!d->parent.remove_child(d->main)) return false;
     d->main = previous;
@@ -839,7 +693,7 @@ bool KGMarkup::RemoveElem() {
 }
 
 bool KGMarkup::RemoveChildElem() {
-    if (!d || !d->main || !d->child) return false;
+    if (!d->main || !d->child) return false;
     pugi::xml_node previous = PreviousElement(d->child);
     if (!d->main.remove_child(d->child)) return false;
     d->child = previous;
