@@ -38,7 +38,8 @@ public:
     PLIX::PlixUnicodeString GetPointLookupTableAbsolutePath(
         const PLIX::PlixUnicodeString& styleName, unsigned char symbolType);
     PLIX::PlixUnicodeString GetLineLookupTable(const PLIX::PlixUnicodeString& styleName);
-    PLIX::PlixUnicodeString GetLineLookupTableAbsolutePath(const PLIX::PlixUnicodeString& styleName);
+    PLIX::PlixUnicodeString GetLineLookupTableAbsolutePath(
+        const PLIX::PlixUnicodeString& styleName);
     // edgeType non-zero selects "symbolized", zero "plain".
     PLIX::PlixUnicodeString GetAreaLookupTable(const PLIX::PlixUnicodeString& styleName,
                                                unsigned char edgeType);
@@ -116,12 +117,15 @@ public:
     bool RemoveStyle(const PLIX::PlixUnicodeString& styleName);
 
 private:
+    // Moves the main position to the style's colour table of that mode.
+    bool ToColorTableNode(const PLIX::PlixUnicodeString& styleName, KGS52ColorMode mode);
     // The text of a style's point or area table for one symbol or edge kind.
     PLIX::PlixUnicodeString GetTableOfKind(const PLIX::PlixUnicodeString& styleName,
                                            const char16_t* table, const char16_t* kind,
                                            const PLIX::PlixUnicodeString& kindValue);
 
     PLIX::PlixUnicodeString m_settingsPath;
+    // Always present; empty when the settings file is missing or unreadable.
     std::unique_ptr<KGMarkup> m_document;
 };
 

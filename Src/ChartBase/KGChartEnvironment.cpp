@@ -1,3 +1,5 @@
+// Reading the chart settings file: which table and dictionary files serve a style, and the
+// edits that write the file back.
 #include "ChartBase/KGChartEnvironment.h"
 
 #include "Base/KGFile.h"
@@ -19,20 +21,18 @@ const char16_t kType[] = u"type";
 // the previous one stopped.
 class TopGuard {
 public:
-    explicit TopGuard(KGMarkup* doc) : m_doc(doc) {
-        if (m_doc) m_doc->ResetPos();
-    }
-    ~TopGuard() {
-        if (m_doc) m_doc->ResetPos();
-    }
+    explicit TopGuard(KGMarkup& doc) : m_doc(doc) { m_doc.ResetPos(); }
+    ~TopGuard() { m_doc.ResetPos(); }
     TopGuard(const TopGuard&) = delete;
     TopGuard& operator=(const TopGuard&) = delete;
 
 private:
-    KGMarkup* m_doc;
+    KGMarkup& m_doc;
 };
 
-bool Enter(KGMarkup& doc, const char16_t* name) { return doc.FindElem(name) && doc.IntoElem(); }
+bool Enter(KGMarkup& doc, const char16_t* name) {
+    return doc.FindElem(name) && doc.IntoElem();
+}
 
 // Moves the main position to the first "Style" whose name matches; the cursor must be inside
 // "Display".
@@ -61,7 +61,17 @@ PlixUnicodeString EdgeTypeValue(unsigned char edgeType) {
     return edgeType ? u"symbolized" : u"plain";
 }
 
-bool IsNetworkPath(const PlixUnicodeString& path) { return path.Find(u"\\\\") >= 0; }
+bool IsNetworkPath(const PlixUnicodeString& path) {
+    return path.Find(u"\\\\") >= 0;
+}
+
+// The tail every path setter shares: the main element takes the stored form of the path and
+// the whole file is written back. A lost write never looks like success.
+bool StoreAndSave(KGMarkup& doc, const PlixUnicodeString& stored, const PlixUnicodeString& file) {
+    const bool set = doc.SetData(stored);
+    const bool saved = doc.Save(file);
+    return set && saved;
+}
 
 PlixUnicodeString ModuleDirectory() {
     PlixUnicodeString dir = KGFile::GetModulePath(u"VlBase");
@@ -72,7 +82,8 @@ PlixUnicodeString ModuleDirectory() {
 }  // namespace
 
 KGChartEnvironment::KGChartEnvironment()
-    : m_settingsPath(KGFile::GetModulePath(u"VlBase") + PlixUnicodeString(u"ChartConfig.xml")) {
+    : m_settingsPath(KGFile::GetModulePath(u"VlBase") + PlixUnicodeString(u"ChartConfig.xml")),
+      m_document(std::make_unique<KGMarkup>()) {
     LoadXML();
 }
 
@@ -84,19 +95,16 @@ bool KGChartEnvironment::LoadXML() {
                                                  kSource, 29);
         return false;
     }
-    if (!m_document) m_document = std::make_unique<KGMarkup>();
     return m_document->Load(m_settingsPath);
 }
 
 bool KGChartEnvironment::ToDisplayNode() {
-    if (!m_document) return false;
     KGMarkup& doc = *m_document;
     doc.ResetPos();
     return Enter(doc, u"VeltrinChart") && Enter(doc, u"ElectronicChart") && Enter(doc, u"Display");
 }
 
 bool KGChartEnvironment::ToDictionaryNode() {
-    if (!m_document) return false;
     KGMarkup& doc = *m_document;
     doc.ResetPos();
     return Enter(doc, u"VeltrinChart") && Enter(doc, u"ElectronicChart") &&
@@ -115,8 +123,8 @@ bool KGChartEnvironment::ToLookupTableNode(const PlixUnicodeString& styleName,
 PlixUnicodeString KGChartEnvironment::GetTableOfKind(const PlixUnicodeString& styleName,
                                                      const char16_t* table, const char16_t* kind,
                                                      const PlixUnicodeString& kindValue) {
-    if (!m_document || styleName.IsEmpty()) return PlixUnicodeString();
-    TopGuard guard(m_document.get());
+    if (styleName.IsEmpty()) return PlixUnicodeString();
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !doc.FindElem(table)) return PlixUnicodeString();
@@ -141,8 +149,7 @@ PlixUnicodeString KGChartEnvironment::GetPointLookupTableAbsolutePath(
 }
 
 PlixUnicodeString KGChartEnvironment::GetLineLookupTable(const PlixUnicodeString& styleName) {
-    if (!m_document) return PlixUnicodeString();
-    TopGuard guard(m_document.get());
+    TopGuard guard(*m_document);
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !m_document->FindElem(u"LineLookupTable")) {
         return PlixUnicodeString();
@@ -165,21 +172,23 @@ PlixUnicodeString KGChartEnvironment::GetAreaLookupTableAbsolutePath(
     return GetAbsolutPath(GetAreaLookupTable(styleName, edgeType));
 }
 
-PlixUnicodeString KGChartEnvironment::GetColorTable(KGS52ColorMode mode,
-                                                    const PlixUnicodeString& styleName) {
-    if (!m_document) return PlixUnicodeString();
-    TopGuard guard(m_document.get());
+bool KGChartEnvironment::ToColorTableNode(const PlixUnicodeString& styleName, KGS52ColorMode mode) {
     KGMarkup& doc = *m_document;
-    if (!ToDisplayNode() || !FindStyle(doc, styleName)) return PlixUnicodeString();
+    if (!ToDisplayNode() || !FindStyle(doc, styleName)) return false;
     // Deliberate: a paper-chart style has one colour table, whatever mode is asked for.
     if (KGChartDisplayStyle::GetChartDisplayStyleType(doc.GetAttrib(kType)) ==
         KGChartDisplayStyle::PaperChart) {
         mode = KGChartColorMode::DayBright;
     }
-    if (!doc.IntoElem() || !Enter(doc, u"ColorTables")) return PlixUnicodeString();
-    if (!FindByAttrib(doc, u"ColorTable", kType, KGChartColorMode::GetColorModeName(mode)))
-        return PlixUnicodeString();
-    return doc.GetData();
+    return doc.IntoElem() && Enter(doc, u"ColorTables") &&
+           FindByAttrib(doc, u"ColorTable", kType, KGChartColorMode::GetColorModeName(mode));
+}
+
+PlixUnicodeString KGChartEnvironment::GetColorTable(KGS52ColorMode mode,
+                                                    const PlixUnicodeString& styleName) {
+    TopGuard guard(*m_document);
+    if (!ToColorTableNode(styleName, mode)) return PlixUnicodeString();
+    return m_document->GetData();
 }
 
 PlixUnicodeString KGChartEnvironment::GetColorTableAbsolutePath(
@@ -188,16 +197,18 @@ PlixUnicodeString KGChartEnvironment::GetColorTableAbsolutePath(
 }
 
 PlixUnicodeString KGChartEnvironment::GetDictFile(const PlixUnicodeString& elementName) {
-    if (!m_document || elementName.IsEmpty()) return PlixUnicodeString();
-    TopGuard guard(m_document.get());
+    if (elementName.IsEmpty()) return PlixUnicodeString();
+    TopGuard guard(*m_document);
     if (!ToDictionaryNode() || !m_document->FindElem(elementName)) return PlixUnicodeString();
     return m_document->GetData();
 }
 
-#define VL_DICT_GETTERS(Getter, Element)                                                \
-    PlixUnicodeString KGChartEnvironment::Getter() { return GetDictFile(Element); }     \
-    PlixUnicodeString KGChartEnvironment::Getter##AbsolutePath() {                      \
-        return GetAbsolutPath(Getter());                                                \
+#define VL_DICT_GETTERS(Getter, Element)                           \
+    PlixUnicodeString KGChartEnvironment::Getter() {               \
+        return GetDictFile(Element);                               \
+    }                                                              \
+    PlixUnicodeString KGChartEnvironment::Getter##AbsolutePath() { \
+        return GetAbsolutPath(Getter());                           \
     }
 
 VL_DICT_GETTERS(GetS57ObjectDictFile, u"S57Object")
@@ -221,8 +232,7 @@ VL_DICT_GETTERS(GetS58CheckEnumeListAttributesFile, u"S58CheckEnumeListAttribute
 #undef VL_DICT_GETTERS
 
 KGChartDisplayStyleType KGChartEnvironment::GetStyleType(const PlixUnicodeString& styleName) {
-    if (!m_document) return KGChartDisplayStyle::NoStyle;
-    TopGuard guard(m_document.get());
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     if (!ToDisplayNode()) return KGChartDisplayStyle::NoStyle;
     while (doc.FindElem(kStyle)) {
@@ -234,8 +244,7 @@ KGChartDisplayStyleType KGChartEnvironment::GetStyleType(const PlixUnicodeString
 }
 
 int KGChartEnvironment::GetStyleNames(PlixArray<PlixUnicodeString>& names) {
-    if (!m_document) return 0;
-    TopGuard guard(m_document.get());
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     if (!ToDisplayNode()) return 0;
     int appended = 0;
@@ -276,39 +285,36 @@ PlixUnicodeString KGChartEnvironment::ModifyFilePath(const PlixUnicodeString& pa
 bool KGChartEnvironment::SetPointLookupTableFile(const PlixUnicodeString& path,
                                                  const PlixUnicodeString& styleName,
                                                  unsigned char symbolType) {
-    if (!m_document || styleName.IsEmpty()) return false;
-    TopGuard guard(m_document.get());
+    if (styleName.IsEmpty()) return false;
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"PointLookupTable")) return false;
     if (type == KGChartDisplayStyle::ENC &&
-        !(doc.IntoElem() && FindByAttrib(doc, u"SymbolType", kValue, SymbolTypeValue(symbolType)))) {
+        !(doc.IntoElem() &&
+          FindByAttrib(doc, u"SymbolType", kValue, SymbolTypeValue(symbolType)))) {
         return false;
     }
     // Deliberate: a style of unknown type stores the path in the table element itself, like a
     // paper-chart style (the area setter refuses it).
-    bool stored = doc.SetData(ModifyFilePath(path));
-    bool saved = doc.Save(m_settingsPath);
-    return stored && saved;
+    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::SetLineLookupTableFile(const PlixUnicodeString& path,
                                                 const PlixUnicodeString& styleName) {
-    if (!m_document || styleName.IsEmpty()) return false;
-    TopGuard guard(m_document.get());
+    if (styleName.IsEmpty()) return false;
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"LineLookupTable")) return false;
-    bool stored = doc.SetData(ModifyFilePath(path));
-    bool saved = doc.Save(m_settingsPath);
-    return stored && saved;
+    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::SetAreaLookupTableFile(const PlixUnicodeString& path,
                                                 const PlixUnicodeString& styleName,
                                                 unsigned char edgeType) {
-    if (!m_document || styleName.IsEmpty()) return false;
-    TopGuard guard(m_document.get());
+    if (styleName.IsEmpty()) return false;
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"AreaLookupTable")) return false;
@@ -318,35 +324,21 @@ bool KGChartEnvironment::SetAreaLookupTableFile(const PlixUnicodeString& path,
         !(doc.IntoElem() && FindByAttrib(doc, u"EdgeType", kValue, EdgeTypeValue(edgeType)))) {
         return false;
     }
-    bool stored = doc.SetData(ModifyFilePath(path));
-    bool saved = doc.Save(m_settingsPath);
-    return stored && saved;
+    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::SetColorTable(const PlixUnicodeString& path,
                                        const PlixUnicodeString& styleName, KGS52ColorMode mode) {
-    if (!m_document) return false;
-    TopGuard guard(m_document.get());
-    KGMarkup& doc = *m_document;
-    if (!ToDisplayNode() || !FindStyle(doc, styleName)) return false;
-    if (KGChartDisplayStyle::GetChartDisplayStyleType(doc.GetAttrib(kType)) ==
-        KGChartDisplayStyle::PaperChart) {
-        mode = KGChartColorMode::DayBright;
-    }
-    if (!doc.IntoElem() || !Enter(doc, u"ColorTables") ||
-        !FindByAttrib(doc, u"ColorTable", kType, KGChartColorMode::GetColorModeName(mode))) {
-        return false;
-    }
-    bool stored = doc.SetData(ModifyFilePath(path));
-    bool saved = doc.Save(m_settingsPath);
-    return stored && saved;
+    TopGuard guard(*m_document);
+    if (!ToColorTableNode(styleName, mode)) return false;
+    return StoreAndSave(*m_document, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::ModifyDictFile(const PlixUnicodeString& elementName,
                                         const PlixUnicodeString& path) {
     // A settings file that failed to parse is never written over with the empty document.
-    if (!m_document || elementName.IsEmpty() || !m_document->IsWellFormed()) return false;
-    TopGuard guard(m_document.get());
+    if (elementName.IsEmpty() || !m_document->IsWellFormed()) return false;
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     bool stored = false;
     if (ToDictionaryNode() && doc.FindElem(elementName)) stored = doc.SetData(ModifyFilePath(path));
@@ -373,9 +365,9 @@ bool KGChartEnvironment::ModifyS57SpecsInfoDictFile(const PlixUnicodeString& pat
 
 bool KGChartEnvironment::AddNewStyle(const PlixUnicodeString& styleName,
                                      KGChartDisplayStyleType type) {
-    if (!m_document || styleName.IsEmpty()) return false;
+    if (styleName.IsEmpty()) return false;
     if (type != KGChartDisplayStyle::ENC && type != KGChartDisplayStyle::PaperChart) return false;
-    TopGuard guard(m_document.get());
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     if (!ToDisplayNode()) return false;
     if (FindStyle(doc, styleName)) return false;  // names are unique without regard to case
@@ -427,8 +419,8 @@ bool KGChartEnvironment::AddNewStyle(const PlixUnicodeString& styleName,
 }
 
 bool KGChartEnvironment::RemoveStyle(const PlixUnicodeString& styleName) {
-    if (!m_document || styleName.IsEmpty()) return false;
-    TopGuard guard(m_document.get());
+    if (styleName.IsEmpty()) return false;
+    TopGuard guard(*m_document);
     KGMarkup& doc = *m_document;
     if (!ToDisplayNode() || !FindStyle(doc, styleName)) return false;
     doc.RemoveElem();
