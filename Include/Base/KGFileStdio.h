@@ -20,7 +20,8 @@ public:
     KGFileStdio& operator=(const KGFileStdio&) = delete;
 
     // Opens for reading (direction KGStreamRead); size is a hint for the read block (kept within
-    // 64 KiB..4 MiB); charset 0 or 1 reads UTF-8 with an optional BOM, invalid bytes becoming U+FFFD.
+    // 64 KiB..4 MiB); charset 0 or 1 reads UTF-8 with an optional BOM, invalid bytes becoming
+    // U+FFFD.
     bool Open(const PLIX::PlixUnicodeString& path, int direction, int size, int charset);
     // One line without its "\n" (a "\r" before it is kept); empty at end of file.
     PLIX::PlixUnicodeString ReadLine();

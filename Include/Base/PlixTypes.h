@@ -19,12 +19,20 @@ constexpr PLIXCOLOR PLIXRGB(int r, int g, int b) {
     return static_cast<PLIXCOLOR>(r & 0xFF) | (static_cast<PLIXCOLOR>(g & 0xFF) << 8) |
            (static_cast<PLIXCOLOR>(b & 0xFF) << 16);
 }
-constexpr int PLIXGetR(PLIXCOLOR c) { return static_cast<int>(c & 0xFF); }
-constexpr int PLIXGetG(PLIXCOLOR c) { return static_cast<int>((c >> 8) & 0xFF); }
-constexpr int PLIXGetB(PLIXCOLOR c) { return static_cast<int>((c >> 16) & 0xFF); }
+constexpr int PLIXGetR(PLIXCOLOR c) {
+    return static_cast<int>(c & 0xFF);
+}
+constexpr int PLIXGetG(PLIXCOLOR c) {
+    return static_cast<int>((c >> 8) & 0xFF);
+}
+constexpr int PLIXGetB(PLIXCOLOR c) {
+    return static_cast<int>((c >> 16) & 0xFF);
+}
 
 // A difference of exactly the tolerance counts as equal.
-inline bool plixequal(double a, double b, double tolerance) { return std::fabs(a - b) <= tolerance; }
+inline bool plixequal(double a, double b, double tolerance) {
+    return std::fabs(a - b) <= tolerance;
+}
 
 // Character sets of text streams.
 struct PLIXCharset {

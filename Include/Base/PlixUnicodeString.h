@@ -70,7 +70,8 @@ public:
     PlixUnicodeString& Trim(const PlixUnicodeString& set);
     PlixUnicodeString& Trim(char16_t ch);
 
-    // Replaces every occurrence; returns how many were replaced. An empty old text replaces nothing.
+    // Replaces every occurrence; returns how many were replaced. An empty old text replaces
+    // nothing.
     int Replace(const PlixUnicodeString& oldText, const PlixUnicodeString& newText);
     int Replace(char16_t oldCh, char16_t newCh);
 
@@ -83,8 +84,7 @@ public:
     // printf formatting; %s takes UTF-8 const char*. Numbers are written as in the "C" locale
     // (a decimal point whatever LC_NUMERIC says). The static form builds a new string, the
     // member form replaces this string's content.
-    static PlixUnicodeString Format(const char* format, ...)
-        __attribute__((format(printf, 1, 2)));
+    static PlixUnicodeString Format(const char* format, ...) __attribute__((format(printf, 1, 2)));
     void Format(const char16_t* format, ...);
     static PlixUnicodeString FormatV(const char* format, va_list args);
 

@@ -34,7 +34,8 @@ public:
 
     friend bool operator==(const PlixVariant& a, const PlixVariant& b) {
         return a.m_type == b.m_type && a.m_int == b.m_int &&
-               (a.m_double == b.m_double || (a.m_double != a.m_double && b.m_double != b.m_double)) &&
+               (a.m_double == b.m_double ||
+                (a.m_double != a.m_double && b.m_double != b.m_double)) &&
                a.m_string == b.m_string;
     }
 

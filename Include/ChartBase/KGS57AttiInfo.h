@@ -11,11 +11,6 @@ namespace KGC {
 
 class VLCHARTBASE_API KGS57AttiInfo {
 public:
-    KGS57AttiInfo() = default;
-    KGS57AttiInfo(const KGS57AttiInfo& other) = default;
-    KGS57AttiInfo& operator=(const KGS57AttiInfo& other) = default;
-    ~KGS57AttiInfo();
-
     void SetAttiCode(int code) { m_code = code; }
     int GetAttiCode() const { return m_code; }
     void SetAcronym(const PLIX::PlixUnicodeString& acronym) { m_acronym = acronym; }

@@ -21,9 +21,6 @@ public:
     using FeatureTableDict = PLIX::PlixDict<int, TableNames>;
 
     KGS57DatasetGroupExtInfo();
-    KGS57DatasetGroupExtInfo(const KGS57DatasetGroupExtInfo& other);
-    KGS57DatasetGroupExtInfo& operator=(const KGS57DatasetGroupExtInfo& other);
-    ~KGS57DatasetGroupExtInfo();
 
     // Resets every field to its default: empty names and text, scale 0, zero bounds, the
     // projection to type 1 over WGS 84 (4326). Deliberately keeps the feature table names.

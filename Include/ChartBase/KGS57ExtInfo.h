@@ -27,7 +27,6 @@ public:
     };
 
     KGS57ExtInfo();
-    ~KGS57ExtInfo();
 
     // Every field back to its default, the chart-dataset flag included.
     void Init();

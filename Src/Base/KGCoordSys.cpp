@@ -1,3 +1,4 @@
+// Geographic and projected coordinate systems: type ids and their small XML form.
 #include "Base/KGCoordSys.h"
 
 #include "Base/KGMarkup.h"

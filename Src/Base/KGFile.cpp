@@ -1,3 +1,4 @@
+// Where the module directory is (override, VLCHART_HOME, the loaded library) and file tests.
 #include "Base/KGFile.h"
 
 #include <dlfcn.h>

@@ -1,3 +1,4 @@
+// Line-by-line reading of a text file in large blocks, UTF-8 with invalid bytes replaced.
 #include "Base/KGFileStdio.h"
 
 #include <sys/stat.h>
@@ -19,7 +20,9 @@ constexpr size_t kMaxBlock = 4u * 1024 * 1024;
 
 }  // namespace
 
-KGFileStdio::~KGFileStdio() { Close(); }
+KGFileStdio::~KGFileStdio() {
+    Close();
+}
 
 bool KGFileStdio::Open(const PLIX::PlixUnicodeString& path, int direction, int size, int charset) {
     Close();
@@ -79,7 +82,8 @@ PLIX::PlixUnicodeString KGFileStdio::ReadLine() {
             while (true) {
                 const void* hit = memchr(m_buffer.data() + m_pos, '\n', m_buffer.size() - m_pos);
                 if (hit != nullptr) {
-                    m_pos = static_cast<size_t>(static_cast<const char*>(hit) - m_buffer.data()) + 1;
+                    m_pos =
+                        static_cast<size_t>(static_cast<const char*>(hit) - m_buffer.data()) + 1;
                     break;
                 }
                 m_pos = m_buffer.size();

@@ -1,3 +1,4 @@
+// The process log: records to a replaceable sink, the default one on stderr or VLCHART_LOG.
 #include "Base/KGLogFile.h"
 
 #include <cstdarg>

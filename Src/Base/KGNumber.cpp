@@ -1,3 +1,4 @@
+// Decimal text to numbers, independent of the process locale.
 #include "Base/KGNumber.h"
 
 #include <locale.h>
@@ -12,7 +13,9 @@ using PLIX::PlixUnicodeString;
 namespace KGC {
 namespace {
 
-bool IsBlank(char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); }
+bool IsBlank(char16_t c) {
+    return c == u' ' || (c >= u'\t' && c <= u'\r');
+}
 
 long long ParseInteger(const PlixUnicodeString& text, long long lo, long long hi) {
     const std::u16string& s = text.Str();
@@ -50,7 +53,9 @@ int kgatoi(const PlixUnicodeString& text) {
     return static_cast<int>(ParseInteger(text, INT_MIN, INT_MAX));
 }
 
-long long kgatol(const PlixUnicodeString& text) { return ParseInteger(text, LLONG_MIN, LLONG_MAX); }
+long long kgatol(const PlixUnicodeString& text) {
+    return ParseInteger(text, LLONG_MIN, LLONG_MAX);
+}
 
 double kgatof(const PlixUnicodeString& text) {
     // Only ASCII can belong to a number: the text is narrowed up to its first other character

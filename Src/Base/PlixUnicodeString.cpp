@@ -1,3 +1,4 @@
+// The UTF-16 string of the platform: conversions, slicing, trimming, search and formatting.
 #include "Base/PlixUnicodeString.h"
 
 #include <locale.h>
@@ -47,7 +48,9 @@ char16_t UpperCase(char16_t c) {
     return c;
 }
 
-bool InSet(char16_t c, const std::u16string& set) { return set.find(c) != std::u16string::npos; }
+bool InSet(char16_t c, const std::u16string& set) {
+    return set.find(c) != std::u16string::npos;
+}
 
 // Formatted text ends up in documents read back with the locale-free parsers, so numbers are
 // written in the "C" locale whatever LC_NUMERIC the host has set (only this thread switches).
@@ -189,7 +192,9 @@ PlixUnicodeString::PlixUnicodeString(const char* utf8, size_t length) {
 PlixUnicodeString::PlixUnicodeString(char16_t ch, int count)
     : m_text(count > 0 ? static_cast<size_t>(count) : 0, ch) {}
 
-std::string PlixUnicodeString::ToUtf8() const { return Utf16ToUtf8(m_text.data(), m_text.size()); }
+std::string PlixUnicodeString::ToUtf8() const {
+    return Utf16ToUtf8(m_text.data(), m_text.size());
+}
 
 char16_t PlixUnicodeString::GetAt(int index) const {
     if (index < 0 || static_cast<size_t>(index) >= m_text.size()) return 0;
@@ -254,7 +259,9 @@ int PlixUnicodeString::Insert(int index, const PlixUnicodeString& text) {
     return GetLength();
 }
 
-PlixUnicodeString& PlixUnicodeString::TrimLeft() { return TrimLeft(PlixUnicodeString(kTrimSet)); }
+PlixUnicodeString& PlixUnicodeString::TrimLeft() {
+    return TrimLeft(PlixUnicodeString(kTrimSet));
+}
 
 PlixUnicodeString& PlixUnicodeString::TrimLeft(const PlixUnicodeString& set) {
     size_t i = 0;
@@ -270,7 +277,9 @@ PlixUnicodeString& PlixUnicodeString::TrimLeft(char16_t ch) {
     return *this;
 }
 
-PlixUnicodeString& PlixUnicodeString::TrimRight() { return TrimRight(PlixUnicodeString(kTrimSet)); }
+PlixUnicodeString& PlixUnicodeString::TrimRight() {
+    return TrimRight(PlixUnicodeString(kTrimSet));
+}
 
 PlixUnicodeString& PlixUnicodeString::TrimRight(const PlixUnicodeString& set) {
     size_t n = m_text.size();
@@ -286,13 +295,17 @@ PlixUnicodeString& PlixUnicodeString::TrimRight(char16_t ch) {
     return *this;
 }
 
-PlixUnicodeString& PlixUnicodeString::Trim() { return TrimRight().TrimLeft(); }
+PlixUnicodeString& PlixUnicodeString::Trim() {
+    return TrimRight().TrimLeft();
+}
 
 PlixUnicodeString& PlixUnicodeString::Trim(const PlixUnicodeString& set) {
     return TrimRight(set).TrimLeft(set);
 }
 
-PlixUnicodeString& PlixUnicodeString::Trim(char16_t ch) { return TrimRight(ch).TrimLeft(ch); }
+PlixUnicodeString& PlixUnicodeString::Trim(char16_t ch) {
+    return TrimRight(ch).TrimLeft(ch);
+}
 
 int PlixUnicodeString::Replace(const PlixUnicodeString& oldText, const PlixUnicodeString& newText) {
     if (oldText.m_text.empty() || m_text.empty()) return 0;
@@ -352,7 +365,8 @@ PlixUnicodeString PlixUnicodeString::FormatV(const char* format, va_list args) {
     int n = vsnprintf(small, sizeof small, format, copy);
     va_end(copy);
     if (n < 0) return PlixUnicodeString();
-    if (static_cast<size_t>(n) < sizeof small) return PlixUnicodeString(small, static_cast<size_t>(n));
+    if (static_cast<size_t>(n) < sizeof small)
+        return PlixUnicodeString(small, static_cast<size_t>(n));
     std::vector<char> big(static_cast<size_t>(n) + 1);
     vsnprintf(big.data(), big.size(), format, args);
     return PlixUnicodeString(big.data(), static_cast<size_t>(n));
@@ -394,10 +408,14 @@ int PlixUnicodeString::ToInt(int base) const {
     for (; i < n; ++i) {
         char16_t c = m_text[i];
         int digit;
-        if (c >= u'0' && c <= u'9') digit = c - u'0';
-        else if (c >= u'a' && c <= u'z') digit = c - u'a' + 10;
-        else if (c >= u'A' && c <= u'Z') digit = c - u'A' + 10;
-        else break;
+        if (c >= u'0' && c <= u'9')
+            digit = c - u'0';
+        else if (c >= u'a' && c <= u'z')
+            digit = c - u'a' + 10;
+        else if (c >= u'A' && c <= u'Z')
+            digit = c - u'A' + 10;
+        else
+            break;
         if (digit >= base) break;
         if (value <= limit) value = value * base + digit;
     }

@@ -1,3 +1,4 @@
+// The tagged value: conversions between its types, saturating where they do not fit.
 #include "Base/PlixVariant.h"
 
 #include <charconv>

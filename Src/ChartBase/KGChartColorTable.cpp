@@ -1,3 +1,4 @@
+// Colour tables: colour tokens to RGB, read from a "Colors" file.
 #include "ChartBase/KGChartColorTable.h"
 
 #include "Base/KGMarkup.h"
@@ -39,7 +40,9 @@ bool ParseRgb(PlixUnicodeString text, PLIX::PLIXCOLOR& colour) {
 
 }  // namespace
 
-bool KGChartColorTable::LoadColorTable(const PlixUnicodeString& path) { return LoadXml(path); }
+bool KGChartColorTable::LoadColorTable(const PlixUnicodeString& path) {
+    return LoadXml(path);
+}
 
 bool KGChartColorTable::LoadXml(const PlixUnicodeString& path) {
     KGMarkup doc;

@@ -1,3 +1,4 @@
+// Names of the colour modes, display categories and display style types, both ways.
 #include "ChartBase/KGChartDisplayTypes.h"
 
 using PLIX::PlixUnicodeString;

@@ -1,3 +1,4 @@
+// The datasource extension info: named sequences and their "ChartDatasourceInfo" document.
 #include "ChartBase/KGDatasourceExtInfo.h"
 
 #include "Base/KGMarkup.h"
