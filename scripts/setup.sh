@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake pkg-config
+  build-essential cmake pkg-config clang-format
   libpugixml-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   locales

@@ -18,6 +18,16 @@ run_suite() {
   (cd "$dir" && ctest --output-on-failure -j "$jobs" --timeout 600)
 }
 
+# The repository's formatting (.clang-format) and the size of the tests against the code are
+# checked first: both are cheap, and a failure says exactly what to fix.
+echo "== format"
+(cd "$root" && git ls-files -z -- '*.cpp' '*.h' | xargs -0 clang-format --dry-run --Werror) ||
+  { echo "format: run clang-format -i on the files above"; exit 1; }
+if [ -x "$root/../shared/tools/test-ratio.sh" ]; then
+  echo "== test ratio"
+  "$root/../shared/tools/test-ratio.sh" "$root"
+fi
+
 mkdir -p "$root/out"
 run_suite "$root/out/build" -DCMAKE_BUILD_TYPE=RelWithDebInfo
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \

@@ -1,3 +1,4 @@
+// The report of `vlchart env`: styles, resolved table paths and dictionaries.
 #include "EnvReport.h"
 
 #include <string>
@@ -44,15 +45,18 @@ void ReportStyle(std::ostream& out, Counts& counts, KGChartEnvironment& env,
     out << "  " << name.ToUtf8() << "  ("
         << (typeName.IsEmpty() ? std::string("unknown type") : typeName.ToUtf8()) << ")\n";
     if (type == KGChartDisplayStyle::ENC) {
-        PathLine(out, counts, "point table, simplified", env.GetPointLookupTableAbsolutePath(name, 1));
-        PathLine(out, counts, "point table, paper chart", env.GetPointLookupTableAbsolutePath(name, 0));
+        PathLine(out, counts, "point table, simplified",
+                 env.GetPointLookupTableAbsolutePath(name, 1));
+        PathLine(out, counts, "point table, paper chart",
+                 env.GetPointLookupTableAbsolutePath(name, 0));
     } else {
         PathLine(out, counts, "point table", env.GetPointLookupTableAbsolutePath(name, 1));
     }
     PathLine(out, counts, "line table", env.GetLineLookupTableAbsolutePath(name));
     if (type == KGChartDisplayStyle::ENC) {
         PathLine(out, counts, "area table, plain", env.GetAreaLookupTableAbsolutePath(name, 0));
-        PathLine(out, counts, "area table, symbolized", env.GetAreaLookupTableAbsolutePath(name, 1));
+        PathLine(out, counts, "area table, symbolized",
+                 env.GetAreaLookupTableAbsolutePath(name, 1));
     } else {
         PathLine(out, counts, "area table", env.GetAreaLookupTableAbsolutePath(name, 1));
     }

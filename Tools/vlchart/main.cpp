@@ -1,6 +1,5 @@
 // vlchart: inspects a chart presentation environment from the command line.
 #include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <string>
 
@@ -18,8 +17,9 @@ int main(int argc, char** argv) {
                    "library's directory)");
 
     CLI::App* env = app.add_subcommand(
-        "env", "print the settings file, each style with its resolved table paths, and the "
-               "dictionary files; missing files are marked");
+        "env",
+        "print the settings file, each style with its resolved table paths, and the "
+        "dictionary files; missing files are marked");
 
     CLI11_PARSE(app, argc, argv);
     if (!home.empty()) KGC::KGFile::SetModulePath(home);
