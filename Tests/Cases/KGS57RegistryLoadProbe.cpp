@@ -1,95 +1,59 @@
-// A host process for the load-time registry: linking the library builds KGS57Config before
-// main runs, whatever the environment holds. The probe then checks what the registry serves.
-//
-//   KGS57RegistryLoadProbe any                  only that loading and every look-up survive
-//   KGS57RegistryLoadProbe empty                every dictionary is empty
-//   KGS57RegistryLoadProbe loaded [objects]     LIGHTS is served (and the object class count)
-// Options: --log-has=TEXT (repeatable) requires TEXT in the file named by VLCHART_LOG.
-#include <cstdio>
+// A host process for the load-time registry: linking the library builds KGS57Config before main
+// runs, whatever the environment holds. The probe prints what the registry serves, then the
+// dictionary records of the log named by VLCHART_LOG (and removes that log, which the library
+// appends to), and compares the text with the expected file given as the argument, if any.
+// It skips (exit code 77) when VLCHART_HOME names a directory that is absent.
 #include <cstdlib>
-#include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "ChartBase/KGS57Dictionary.h"
 
 using namespace KGC;
 
-namespace {
-
-int g_failures = 0;
-
-void Check(bool ok, const char* what) {
-    if (!ok) {
-        std::fprintf(stderr, "probe: FAILED: %s\n", what);
-        ++g_failures;
-    }
+template <typename T>
+int Count(void (KGS57Config::*get)(PLIX::PlixArray<T>&) const) {
+    PLIX::PlixArray<T> list;
+    (KGS57Config::GetInstance()->*get)(list);
+    return list.GetSize();
 }
 
-}  // namespace
-
 int main(int argc, char** argv) {
-    const std::string mode = argc > 1 ? argv[1] : "any";
-    int expectedObjects = -1;
-    std::vector<std::string> logNeedles;
-    for (int i = 2; i < argc; ++i) {
-        if (std::strncmp(argv[i], "--log-has=", 10) == 0) {
-            logNeedles.emplace_back(argv[i] + 10);
-        } else {
-            expectedObjects = std::atoi(argv[i]);
-        }
+    const char* home = std::getenv("VLCHART_HOME");
+    if (home && !std::filesystem::is_directory(home)) {
+        std::cout << "probe: skipped, " << home << " is absent\n";
+        return 77;
     }
-
     KGS57Config* config = KGS57Config::GetInstance();
-    Check(config != nullptr, "GetInstance() is never null");
-    if (!config) return 1;
-
-    PLIX::PlixArray<KGS57Object> objects;
-    config->GetArrayS57Object(objects);
-    PLIX::PlixArray<KGS57Attribute> attributes;
-    config->GetArrayS57Attribute(attributes);
-    PLIX::PlixArray<KGS57Agency> agencies;
-    config->GetArrayAgency(agencies);
-    PLIX::PlixArray<KGS57SpecsObject> specsObjects;
-    config->GetArrayS57SpecsObject(specsObjects);
-    PLIX::PlixArray<KGS57SpecsObjectDefine> slaves;
-    config->GetArrS57SpecsSlaveObject(slaves);
     KGS57Object light;
-    const bool hasLight = config->GetS57Object(75, light);
     KGS57Attribute colour;
-    const bool hasColour = config->GetS57Attributes("COLOUR", colour);
     KGS58Info check;
-    config->GetS58Info(508, check);
-    std::printf("probe: %d object classes, %d attributes, %d agencies, %d specs objects\n",
-                objects.GetSize(), attributes.GetSize(), agencies.GetSize(),
-                specsObjects.GetSize());
-
-    if (mode == "empty") {
-        Check(objects.IsEmpty() && !hasLight, "no object classes");
-        Check(attributes.IsEmpty() && !hasColour, "no attributes");
-        Check(agencies.IsEmpty(), "no agencies");
-        Check(specsObjects.IsEmpty() && slaves.IsEmpty(), "no product specification data");
-        Check(!config->GetS58Info(508, check), "no S-58 checks");
-    } else if (mode == "loaded") {
-        Check(hasLight && light.acronym == PLIX::PlixUnicodeString("LIGHTS"), "LIGHTS is 75");
-        Check(hasColour && colour.code == 75, "COLOUR is 75");
-        Check(!agencies.IsEmpty(), "agencies loaded");
-        if (expectedObjects >= 0) Check(objects.GetSize() == expectedObjects, "object count");
-    } else if (mode != "any") {
-        std::fprintf(stderr, "probe: unknown mode %s\n", mode.c_str());
-        return 2;
-    }
-
-    if (!logNeedles.empty()) {
-        const char* logPath = std::getenv("VLCHART_LOG");
-        std::ifstream in(logPath ? logPath : "");
-        std::stringstream text;
-        text << in.rdbuf();
-        for (const auto& needle : logNeedles) {
-            Check(text.str().find(needle) != std::string::npos, ("log holds " + needle).c_str());
+    config->GetS58Info(508, check);  // a failed load of the checks is logged once, not retried
+    std::ostringstream out;
+    out << Count(&KGS57Config::GetArrayS57Object) << " object classes, "
+        << Count(&KGS57Config::GetArrayS57Attribute) << " attributes, "
+        << Count(&KGS57Config::GetArrayAgency) << " agencies, "
+        << Count(&KGS57Config::GetArrayS57SpecsObject) << " specification objects, "
+        << Count(&KGS57Config::GetArrS57SpecsSlaveObject) << " slaves\nLIGHTS "
+        << (config->GetS57Object("LIGHTS", light) ? light.code : -1) << ", COLOUR "
+        << (config->GetS57Attributes("COLOUR", colour) ? colour.code : -1) << ", check 508 "
+        << (config->GetS58Info(508, check) ? check.level.ToUtf8() : "absent") << "\n";
+    int complaints = 0;
+    if (const char* log = std::getenv("VLCHART_LOG")) {
+        std::ifstream in(log);
+        for (std::string line; std::getline(in, line);) {
+            if (line.find("KGS57Dictionary") != std::string::npos) out << line << "\n";
+            complaints += line.find("chart setting file does not found") != std::string::npos;
         }
+        std::filesystem::remove(log);
     }
-    return g_failures == 0 ? 0 : 1;
+    out << complaints << " missing-settings records\n";
+    std::cout << out.str();
+    std::stringstream expected;
+    if (argc > 1) expected << std::ifstream(argv[1]).rdbuf();
+    if (argc < 2 || expected.str() == out.str()) return 0;
+    std::cout << "probe: FAILED, expected (" << argv[1] << "):\n" << expected.str();
+    return 1;
 }
