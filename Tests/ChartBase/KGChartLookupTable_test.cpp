@@ -1,396 +1,318 @@
-// Look-up tables: the entry fields, reading table files, grouping by acronym, queries with the
-// "######" fallback, reloading, freeing, and lines no table should contain.
+// The S-52 look-up tables: the defaults of the style records, the entry field parsers, attribute
+// combinations, symbolization instructions, loading and querying the index, the real tables.
 #include "ChartBase/KGChartLookupTable.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "ChartBase/KGChartEnvironment.h"
+#include "ChartBase/KGS57Dictionary.h"
 #include "TestSupport.h"
 
 using namespace KGC;
-using PLIX::PlixUnicodeString;
+using Str = PLIX::PlixUnicodeString;
+using Table = KGChartLookupTable;
 
 namespace {
 
-std::string Entry(const std::string& acronym, const std::string& conditions,
-                  const std::string& instructions, const std::string& priority = "5",
-                  const std::string& category = "STANDARD", const std::string& group = "21010") {
-    return "\"" + acronym + "\",\"" + conditions + "\",\"" + instructions + "\",\"" + priority +
-           "\",\"O\",\"" + category + "\",\"" + group + "\"\n";
+const auto U = [](const Str& s) { return s.ToUtf8(); };
+const auto I = [](int value) { return std::to_string(value); };
+const auto Data = [](const char* name) { return Str(vltest::TestDataDir() + "lookup/" + name); };
+// Attribute types: E and I give numbers, every other family text, an unknown acronym neither.
+void LoadDictionary() {
+    ASSERT_TRUE(KGS57Config::GetInstance()->LoadS57AttributesFile(Data("attributes.xml")));
 }
 
-std::vector<std::string> SymbolNames(const KGChartLookupPointItems& items) {
-    std::vector<std::string> names;
-    for (const KGChartPointObjectStyle* style : items.Styles) {
-        names.push_back(style->Symbols.IsEmpty() ? "" : style->Symbols[0].SymbolName.ToUtf8());
-    }
-    return names;
+// One-line dumps of the records; the rows and expected files below are written in them.
+std::string Dump(const KGChartAttributeCondition& c) {
+    return "{" + U(c.AttributeAcronym) + "=" + I(c.IntegerValue) + "/" + U(c.TextValue) + "}";
+}
+std::string Dump(const KGChartSymbolMarkerStyle& s) {
+    std::ostringstream out;
+    out << " SY(" << U(s.SymbolName) << (s.RotateByOrient ? ",ORIENT," : ",") << s.Rotation << ")";
+    return out.str();
+}
+std::string Dump(const KGChartLineStyle& l) {
+    return " LS(" + I(l.Pattern) + "," + I(l.Width) + "," + U(l.ColorToken) + ")";
+}
+std::string Dump(const KGChartTextFormat& t) {
+    return " T(" + U(t.Format) + "|" + U(t.Text) + "|" + I(t.HJust) + "," + I(t.VJust) + "," +
+           I(t.Space) + "," + I(t.XOffset) + "," + I(t.YOffset) + ")";
+}
+template <typename T>
+std::string Dump(const PLIX::PlixArray<T>& items) {
+    std::string out;
+    for (const T& item : items) out += Dump(item);
+    return out;
+}
+// What an instruction field fills, after the procedure and instruction flags.
+const auto Flags = [](const auto& s) { return "f" + I(s.HasProcedure) + I(s.HasInstruction); };
+std::string Draw(const KGChartPointObjectStyle& s) {
+    return Flags(s) + Dump(s.Symbols) + Dump(s.Texts);
+}
+std::string Draw(const KGChartLineObjectStyle& s) {
+    return Flags(s) + " LC(" + U(s.ComplexLineName) + ")" + Dump(s.LineStyle) + Dump(s.Symbol) +
+           Dump(s.Texts);
+}
+std::string Draw(const KGChartAreaObjectStyle& s) {
+    return Flags(s) + " LC(" + U(s.ComplexLineName) + ")" + Dump(s.LineStyle) + " AC(" +
+           U(s.FillColorToken) + "," + I(s.FillTransparency) + ") AP(" + U(s.PatternName) + ")" +
+           Dump(s.Symbols) + Dump(s.Texts);
+}
+template <typename S>
+std::string Entry(const S& s) {
+    return Dump(s.AttributeConditions) + " c" + I(s.DisplayCategory) + " p" + I(s.DisplayPriority) +
+           " " + Draw(s);
+}
+template <typename Items>
+std::string DumpGroup(const Items& items) {
+    std::string out = U(items.ObjectAcronym) + " cs=" + U(items.ProcedureName) + "\n";
+    for (const auto* style : items.Styles) out += "  " + Entry(*style) + "\n";
+    return out;
+}
+template <typename Map>
+std::string DumpIndex(const Map& table) {
+    std::string out;
+    for (const auto& entry : table) out += "[" + U(entry.first) + "] " + DumpGroup(entry.second);
+    return out;
 }
 
-class LookupTableTest : public ::testing::Test {
-protected:
-    PlixUnicodeString Write(const std::string& name, const std::string& content) {
-        vltest::WriteFile(m_dir.File(name), content);
-        return PlixUnicodeString(m_dir.File(name));
-    }
+TEST(LookupStyleTest, RecordsStartFromTheDefaultsTheInstructionParserReliesOn) {
+    EXPECT_EQ(Entry(KGChartPointObjectStyle()), " c1 p0 f00");
+    EXPECT_EQ(Entry(KGChartLineObjectStyle()), " c1 p0 f00 LC() LS(1,1,) SY(,0)");
+    EXPECT_EQ(Entry(KGChartAreaObjectStyle()), " c1 p0 f00 LC() LS(1,1,) AC(,0) AP()");
+    EXPECT_EQ(Dump(KGChartTextFormat()), " T(||3,1,2,0,0)");
+    EXPECT_EQ(Dump(KGChartAttributeCondition()), "{=0/}");
+}
 
-    vltest::TempDir m_dir;
-    KGChartLookupTable m_table;
+template <typename S, typename Parse>
+std::function<std::string(Str&)> Instructions(Parse parse) {
+    return [parse](Str& entry) {
+        S style;
+        Str procedure;
+        const bool ok = parse(entry, procedure, &style);
+        return I(ok) + "[" + U(procedure) + "] " + Draw(style);
+    };
+}
+template <typename Target, typename Parse>
+std::function<std::string(Str&)> Arguments(Parse parse, Target start) {
+    return [parse, start](Str& args) {
+        Target target = start;
+        parse(args, target);
+        return Dump(target);
+    };
+}
+
+const std::map<std::string, std::function<std::string(Str&)>> kParsers = {
+    {"acronym", [](Str& e) { return U(Table::ParseObjectAcronym(e)); }},
+    {"priority", [](Str& e) { return I(Table::ParseDisplayPriority(e)); }},
+    {"radar", [](Str& e) { return U(Table::ParseRadar(e)); }},
+    {"category", [](Str& e) { return I(Table::ParerDisplayCategory(e)); }},
+    {"group", [](Str& e) { return I(Table::ParseGroup(e)); }},
+    {"conditions",
+     [](Str& e) {
+         PLIX::PlixArray<KGChartAttributeCondition> conditions;
+         conditions.Add(KGChartAttributeCondition());
+         Table::ParseAttributeCombination(e, conditions);
+         return Dump(conditions);
+     }},
+    {"line entry",
+     [](Str& e) {
+         KGChartLineObjectStyle style;
+         Str procedure;
+         const std::string acronym = U(Table::ParseOneLineStringLine(e, &style, procedure));
+         return acronym + "[" + U(procedure) + "]" + Entry(style);
+     }},
+    {"SY", Arguments(Table::ParseSY, KGChartSymbolMarkerStyle{Str(), true, 7.0})},
+    {"LS", Arguments(Table::ParseLS, KGChartLineStyle{KGChartLineStyle::Dash, 1, Str()})},
+    {"TX", Arguments(Table::ParseTX, KGChartTextFormat())},
+    {"TE", Arguments(Table::ParseTE, KGChartTextFormat())},
+    {"P", Instructions<KGChartPointObjectStyle>(Table::ParseSymbolizationInstructionpPoint)},
+    {"L", Instructions<KGChartLineObjectStyle>(Table::ParseSymbolizationInstructionpLine)},
+    {"A", Instructions<KGChartAreaObjectStyle>(Table::ParseSymbolizationInstructionpArea)},
 };
 
-// ---- fields ----
-
-TEST(LookupFieldsTest, ObjectAcronymIsExactlySixCharacters) {
-    PlixUnicodeString entry("\"LIGHTS\",,\"CATLIT1\"");
-    EXPECT_EQ(KGChartLookupTable::ParseObjectAcronym(entry).ToUtf8(), "LIGHTS");
-    EXPECT_EQ(entry.ToUtf8(), "\"CATLIT1\"");
-
-    PlixUnicodeString fallback("\"######\",\"\"");
-    EXPECT_EQ(KGChartLookupTable::ParseObjectAcronym(fallback).ToUtf8(), "######");
-
-    for (const char* text : {"\"LIGHT\",\"\"", "\"LIGHTSS\",\"\"", "LIGHTS", "\"LIGHTS", ""}) {
-        PlixUnicodeString untouched(text);
-        EXPECT_TRUE(KGChartLookupTable::ParseObjectAcronym(untouched).IsEmpty()) << text;
-        EXPECT_EQ(untouched.ToUtf8(), text);
+// The cases are rows of lookup/parsers.txt, which describes its columns.
+TEST(LookupParsersTest, FieldAttributeArgumentAndInstructionCases) {
+    LoadDictionary();
+    std::istringstream cases(vltest::ReadFile(U(Data("parsers.txt"))));
+    std::string line;
+    int count = 0;
+    while (std::getline(cases, line)) {
+        if (line.empty() || line[0] == '#') continue;
+        SCOPED_TRACE(line);
+        std::vector<std::string> column;
+        for (size_t start = 0, tab = 0; tab != std::string::npos; start = tab + 1) {
+            tab = line.find('\t', start);
+            column.push_back(line.substr(start, tab - start));
+        }
+        ASSERT_EQ(column.size(), 4u);
+        Str text(column[1]);
+        EXPECT_EQ(kParsers.at(column[0])(text), column[2]);
+        const std::string& rest = column[3];
+        if (rest != "*") {
+            EXPECT_EQ(U(text), rest == "=" ? column[1] : rest == "-" ? "" : rest);
+        }
+        ++count;
     }
+    EXPECT_EQ(count, 84);
 }
 
-TEST(LookupFieldsTest, NumbersAndCategory) {
-    PlixUnicodeString entry("\"8\",\"O\",\"DISPLAYBASE\",\"27070\",\"extra\"");
-    EXPECT_EQ(KGChartLookupTable::ParseDisplayPriority(entry), 8);
-    EXPECT_EQ(KGChartLookupTable::ParseRadar(entry).ToUtf8(), "O");
-    EXPECT_EQ(KGChartLookupTable::ParerDisplayCategory(entry), KGChartDisplayCategory::DisplayBase);
-    EXPECT_EQ(KGChartLookupTable::ParseGroup(entry), 27070);
-    EXPECT_TRUE(entry.IsEmpty()) << "the viewing group is the last field";
-
-    PlixUnicodeString empty("\"\",\"\",\"\",\"\"");
-    EXPECT_EQ(KGChartLookupTable::ParseDisplayPriority(empty), 0);
-    EXPECT_TRUE(KGChartLookupTable::ParseRadar(empty).IsEmpty());
-    EXPECT_EQ(KGChartLookupTable::ParerDisplayCategory(empty), KGChartDisplayCategory::Standard);
-    EXPECT_EQ(KGChartLookupTable::ParseGroup(empty), 0);
-
-    PlixUnicodeString odd("\"x9\",\"other\",\"MARINERS STANDARD\",\"99999999999\"");
-    EXPECT_EQ(KGChartLookupTable::ParseDisplayPriority(odd), 0);
-    EXPECT_EQ(KGChartLookupTable::ParerDisplayCategory(odd), KGChartDisplayCategory::Other);
-    EXPECT_EQ(KGChartLookupTable::ParerDisplayCategory(odd), KGChartDisplayCategory::Standard);
-    EXPECT_EQ(KGChartLookupTable::ParseGroup(odd), 2147483647) << "saturated, not wrapped";
+TEST(LookupInstructionsTest, NullStyleIsRefusedWithoutTouchingTheEntry) {
+    Str entry("\"SY(A)\",\"5\"");
+    Str procedure(u"kept");
+    EXPECT_FALSE(Table::ParseSymbolizationInstructionpPoint(entry, procedure, nullptr));
+    EXPECT_FALSE(Table::ParseSymbolizationInstructionpLine(entry, procedure, nullptr));
+    EXPECT_FALSE(Table::ParseSymbolizationInstructionpArea(entry, procedure, nullptr));
+    EXPECT_EQ(U(entry) + U(procedure), "\"SY(A)\",\"5\"kept");
+    EXPECT_TRUE(Table::ParseOneLineStringPoint(entry, nullptr, procedure).IsEmpty());
+    EXPECT_TRUE(Table::ParseOneLineStringLine(Str(), nullptr, procedure).IsEmpty());
+    EXPECT_TRUE(Table::ParseOneLineStringArea(Str(), nullptr, procedure).IsEmpty());
 }
 
-TEST(LookupFieldsTest, TextBeforeTheOpeningQuoteMakesTheCutReachFurther) {
-    // Deliberately kept: the cut deletes (closing quote index + 1) characters from the opening
-    // quote, so a leading blank costs the comma after the field.
-    PlixUnicodeString entry(" \"CATLIT1\",\"SY(A)\"");
-    EXPECT_EQ(KGChartLookupTable::ParseRadar(entry).ToUtf8(), "CATLIT1");
-    EXPECT_EQ(entry.ToUtf8(), " \"SY(A)\"");
-
-    PlixUnicodeString noQuotes(",,,text");
-    EXPECT_TRUE(KGChartLookupTable::ParseRadar(noQuotes).IsEmpty());
-    EXPECT_EQ(noQuotes.ToUtf8(), "text");
-}
-
-TEST(LookupFieldsTest, OneLineFillsTheStyle) {
-    KGChartPointObjectStyle style;
-    PlixUnicodeString procedure;
-    const PlixUnicodeString line(
-        "\"BOYLAT\",\"\",\"SY(BOYLAT13);TE('%s','OBJNAM',2,1,2,'15110',-1,-1,CHBLK,21)\","
-        "\"8\",\"O\",\"OTHER\",\"17010\",\"ignored\"");
-    EXPECT_EQ(KGChartLookupTable::ParseOneLineStringPoint(line, &style, procedure).ToUtf8(),
-              "BOYLAT");
-    ASSERT_EQ(style.AttributeConditions.GetSize(), 1);
-    EXPECT_TRUE(style.AttributeConditions[0].AttributeAcronym.IsEmpty());
-    ASSERT_EQ(style.Symbols.GetSize(), 1);
-    EXPECT_EQ(style.Symbols[0].SymbolName.ToUtf8(), "BOYLAT13");
-    ASSERT_EQ(style.Texts.GetSize(), 1);
-    EXPECT_EQ(style.Texts[0].XOffset, -1);
-    EXPECT_EQ(style.DisplayPriority, 8);
-    EXPECT_EQ(style.DisplayCategory, KGChartDisplayCategory::Other);
-    EXPECT_TRUE(procedure.IsEmpty());
-
-    // An unusable acronym stays in the text and the fields shift by one: the rest of the entry
-    // is still parsed, and the loader throws the style away.
-    KGChartLineObjectStyle shifted;
-    PlixUnicodeString lineProcedure;
-    EXPECT_TRUE(KGChartLookupTable::ParseOneLineStringLine(
-                    "\"DEPCN\",\"\",\"CS(DEPCNT02)\",\"5\",\"O\",\"OTHER\",\"33020\"", &shifted,
-                    lineProcedure)
-                    .IsEmpty());
-    ASSERT_EQ(shifted.AttributeConditions.GetSize(), 1);
-    EXPECT_EQ(shifted.AttributeConditions[0].AttributeAcronym.ToUtf8(), "DEPCN");
-    EXPECT_TRUE(lineProcedure.IsEmpty());
-    EXPECT_EQ(shifted.DisplayPriority, 0);
-    EXPECT_EQ(shifted.DisplayCategory, KGChartDisplayCategory::Standard);
-
-    PlixUnicodeString unused;
-    EXPECT_TRUE(KGChartLookupTable::ParseOneLineStringPoint(line, nullptr, unused).IsEmpty());
-    EXPECT_TRUE(KGChartLookupTable::ParseOneLineStringArea("", nullptr, unused).IsEmpty());
-}
-
-// The loader reads an entry in one pass; it must give what the field parsers give in turn.
-KGChartAreaObjectStyle FieldByField(const std::string& line, std::string& acronym,
-                                    std::string& procedure) {
-    KGChartAreaObjectStyle style;
-    PlixUnicodeString entry(line);
-    PlixUnicodeString proc;
-    acronym = KGChartLookupTable::ParseObjectAcronym(entry).ToUtf8();
-    KGChartLookupTable::ParseAttributeCombination(entry, style.AttributeConditions);
-    KGChartLookupTable::ParseSymbolizationInstructionpArea(entry, proc, &style);
-    style.DisplayPriority = KGChartLookupTable::ParseDisplayPriority(entry);
-    KGChartLookupTable::ParseRadar(entry);
-    style.DisplayCategory = KGChartLookupTable::ParerDisplayCategory(entry);
-    KGChartLookupTable::ParseGroup(entry);
-    procedure = proc.ToUtf8();
-    return style;
-}
-
-std::string Describe(const KGChartAreaObjectStyle& s) {
-    std::string d;
-    for (const auto& c : s.AttributeConditions) {
-        d += "[" + c.AttributeAcronym.ToUtf8() + "|" + std::to_string(c.IntegerValue) + "|" +
-             c.TextValue.ToUtf8() + "]";
+// Loads the fixture table as one kind into a fresh table: its index, then queries.
+template <typename Items, typename Map>
+std::string LoadAndQuery(bool (Table::*load)(const Str&),
+                         bool (Table::*get)(const Str&, Items&) const,
+                         const Map& (Table::*index)() const) {
+    Table table;
+    EXPECT_TRUE((table.*load)(Data("table.dic")));
+    std::string out = DumpIndex((table.*index)());
+    for (const char* acronym : {"LIGHTS", "lights", "NOSUCH", ""}) {
+        Items items;
+        items.ObjectAcronym = "untouched";
+        const bool found = (table.*get)(Str(acronym), items);
+        out += std::string("get '") + acronym + "': " + I(found) + " " + U(items.ObjectAcronym) +
+               " " + I(items.Styles.GetSize()) + "\ncs '" + acronym + "':";
+        for (const char* geometry : {"P", "p", "L", "l", "A", "a", "Area", ""}) {
+            out += std::string(" ") + geometry + "=" +
+                   U(table.GetConditionalSymbologyProcedure(Str(acronym), Str(geometry)));
+        }
+        out += "\n";
     }
-    d += " cat " + std::to_string(s.DisplayCategory) + " pri " + std::to_string(s.DisplayPriority);
-    d += " lc " + s.ComplexLineName.ToUtf8() + " ls " + std::to_string(s.LineStyle.Pattern) + "," +
-         std::to_string(s.LineStyle.Width) + "," + s.LineStyle.ColorToken.ToUtf8();
-    d += " ac " + s.FillColorToken.ToUtf8() + "," + std::to_string(s.FillTransparency);
-    d += " ap " + s.PatternName.ToUtf8() + " flags " + std::to_string(s.HasProcedure) +
-         std::to_string(s.HasInstruction);
-    for (const auto& y : s.Symbols) {
-        d += " sy " + y.SymbolName.ToUtf8() + "," + std::to_string(y.RotateByOrient) + "," +
-             std::to_string(y.Rotation);
-    }
-    for (const auto& t : s.Texts) {
-        d += " tx " + t.Text.ToUtf8() + "," + t.Format.ToUtf8() + "," + std::to_string(t.HJust) +
-             std::to_string(t.VJust) + std::to_string(t.Space) + "," + std::to_string(t.XOffset) +
-             "," + std::to_string(t.YOffset);
-    }
-    return d;
+    return out;
 }
 
-TEST(LookupFieldsTest, OneLineParseEqualsTheFieldParsersInTurn) {
-    const char* const lines[] = {
-        "\"DEPARE\",\"DRVAL1?DRVAL2?\",\"AC(NODTA);AP(PRTSUR01);LS(SOLD,2,CHGRD)\",\"1\",\"S\","
-        "\"DISPLAYBASE\",\"13030\"",
-        "\"ACHBRT\",\"\",\"SY(ACHBRT07);TE('%s','OBJNAM',3,1,2,'15110',1,0,CHBLK,29)\",\"5\"",
-        "\"LIGHTS\", \"CATLIT1\", \"SY(A)\", \"8\", \"O\", \"other\", \"1\"",
-        "x\"LIGHTS\",\"CATLIT1\",\"SY(A)\",\"8\",\"O\",\"OTHER\",\"1\"",
-        "ab\"LIGHTS\",\"CATLIT1\",\"SY(A)\",\"8\",\"O\",\"OTHER\",\"1\",\"2\"",
-        "\"LIGHTS\",  \"CATLIT1\",  \"SY(A)\",  \"8\",  \"O\",  \"OTHER\",  \"1\"",
-        "\"LIGHTS\",,,\"\",,\"CS(X)\",\"8\"",
-        "\"DEPCN\",\"\",\"CS(DEPCNT02)\",\"5\",\"O\",\"OTHER\",\"33020\"",
-        "\"LIGHTS\",\"CATLIT1\",\"SY(A",
-        "\"LIGHTS\",\"BOYSHP2\" \"SY(B)\" x \"7\" \"S\" \"standard\"",
-        "\"ABCDEF\" junk \"CATLIT1\"",
-        "\"ABCDEF\"",
-        "\"\"",
-        "no quotes",
-        ",\"ABCDEF\",\"\",\"AC(X,9)\",\"2\",\"\",\"\",\"\",\"extra\"",
-    };
-    for (const char* line : lines) {
-        std::string acronym;
-        std::string procedure;
-        const KGChartAreaObjectStyle expected = FieldByField(line, acronym, procedure);
-        KGChartAreaObjectStyle style;
-        PlixUnicodeString proc;
-        EXPECT_EQ(KGChartLookupTable::ParseOneLineStringArea(line, &style, proc).ToUtf8(), acronym)
-            << line;
-        EXPECT_EQ(proc.ToUtf8(), procedure) << line;
-        EXPECT_EQ(Describe(style), Describe(expected)) << line;
-    }
+TEST(LookupLoaderTest, FixtureTableLoadedAsEachKind) {
+    LoadDictionary();
+    const std::string out =
+        "== point\n" +
+        LoadAndQuery(&Table::LoadPointLookupTable, &Table::GetLookupPointItems,
+                     &Table::GetPointTable) +
+        "== line\n" +
+        LoadAndQuery(&Table::LoadLineLookupTable, &Table::GetLookupLineItems,
+                     &Table::GetLineTable) +
+        "== area\n" +
+        LoadAndQuery(&Table::LoadAreaLookupTable, &Table::GetLookupAreaItems, &Table::GetAreaTable);
+    EXPECT_EQ(out, vltest::ReadFile(U(Data("table.expected.txt"))));
 }
 
-// ---- loading and queries ----
-
-TEST_F(LookupTableTest, EmptyAndCommentOnlyFilesLoadEmptyTables) {
-    EXPECT_TRUE(m_table.LoadPointLookupTable(Write("empty.dic", "")));
-    EXPECT_TRUE(m_table.GetPointTable().IsEmpty());
-    EXPECT_TRUE(m_table.LoadLineLookupTable(Write(
-        "comments.dic", "* a comment\n\n   \r\n" + std::string("\"LIGHTS\",\"\",\"SY(*)\"\n"))));
-    EXPECT_TRUE(m_table.GetLineTable().IsEmpty());
-    KGChartLookupLineItems items;
-    items.ObjectAcronym = "before";
-    EXPECT_FALSE(m_table.GetLookupLineItems(u"LIGHTS", items));
-    EXPECT_EQ(items.ObjectAcronym.ToUtf8(), "before");
-    EXPECT_FALSE(m_table.LoadAreaLookupTable(m_dir.File("missing.dic")));
-    EXPECT_FALSE(m_table.LoadAreaLookupTable(m_dir.Path()));
-}
-
-TEST_F(LookupTableTest, LineEndsAndBlanksAroundAnEntryAreIgnored) {
-    ASSERT_TRUE(m_table.LoadPointLookupTable(
-        Write("p.dic", " \t" + Entry("ACHARE", "", "SY(ACHARE02)") + "\t \r\n" +
-                           Entry("LIGHTS", "", "CS(LIGHTS05)", "8") + "\r\n")));
-    KGChartLookupPointItems items;
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"LIGHTS", items));
-    ASSERT_EQ(items.Styles.GetSize(), 1);
-    EXPECT_EQ(items.Styles[0]->DisplayPriority, 8);
-    EXPECT_EQ(items.Styles[0]->DisplayCategory, KGChartDisplayCategory::Standard);
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"ACHARE", items));
-    EXPECT_EQ(SymbolNames(items), std::vector<std::string>{"ACHARE02"});
-}
-
-TEST_F(LookupTableTest, ConsecutiveEntriesGroupIgnoringCaseUnderTheFirstSpelling) {
-    ASSERT_TRUE(m_table.LoadPointLookupTable(Write(
-        "p.dic", Entry("######", "", "SY(QUESMRK1)") + Entry("LIGHTS", "", "SY(L1)") +
-                     Entry("lights", "", "SY(L2)") + Entry("LIGHTS", "", "SY(L3)") +
-                     Entry("LIGHT", "", "SY(DROPPED)") + Entry("LIGHTSS", "", "SY(DROPPED)"))));
-    EXPECT_EQ(m_table.GetPointTable().GetCount(), 2);
-    KGChartLookupPointItems items;
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"LIGHTS", items));
-    EXPECT_EQ(items.ObjectAcronym.ToUtf8(), "LIGHTS");
-    EXPECT_EQ(SymbolNames(items), (std::vector<std::string>{"L1", "L2", "L3"}));
-    // Look-up is case-sensitive, so the other spelling falls back.
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"lights", items));
-    EXPECT_EQ(items.ObjectAcronym.ToUtf8(), "######");
-    EXPECT_EQ(SymbolNames(items), std::vector<std::string>{"QUESMRK1"});
-}
-
-TEST_F(LookupTableTest, ALaterRunOfAnAcronymReplacesTheEarlierOne) {
-    // The earlier run's styles are freed when they are replaced; the sanitizer build checks
-    // that nothing leaks.
-    ASSERT_TRUE(m_table.LoadPointLookupTable(Write(
-        "p.dic", Entry("BOYLAT", "", "SY(FIRST1)") + Entry("BOYLAT", "", "SY(FIRST2)") +
-                     Entry("BCNLAT", "", "SY(BCNLAT15)") + Entry("BOYLAT", "", "SY(THIRD)", "4"))));
-    KGChartLookupPointItems items;
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"BOYLAT", items));
-    EXPECT_EQ(SymbolNames(items), std::vector<std::string>{"THIRD"});
-    EXPECT_EQ(items.Styles[0]->DisplayPriority, 4);
-    EXPECT_FALSE(m_table.GetLookupPointItems(u"BOYCAR", items)) << "no ###### entry";
-}
-
-TEST_F(LookupTableTest, GroupTakesTheFirstNonEmptyProcedure) {
-    ASSERT_TRUE(m_table.LoadAreaLookupTable(
-        Write("a.dic", Entry("DEPARE", "DRVAL1?DRVAL2?", "AC(NODTA)") +
-                           Entry("DEPARE", "", "CS(DEPARE01)") +
-                           Entry("DEPARE", "", "CS(DEPARE02)") + Entry("DRGARE", "", "CS(X1)"))));
-    KGChartLookupAreaItems items;
-    ASSERT_TRUE(m_table.GetLookupAreaItems(u"DEPARE", items));
-    EXPECT_EQ(items.ProcedureName.ToUtf8(), "DEPARE01");
-    ASSERT_EQ(items.Styles.GetSize(), 3);
-    EXPECT_FALSE(items.Styles[0]->HasProcedure);
-    EXPECT_TRUE(items.Styles[2]->HasProcedure);
-    EXPECT_EQ(m_table.GetConditionalSymbologyProcedure(u"DEPARE", u"a").ToUtf8(), "DEPARE01");
-    EXPECT_EQ(m_table.GetConditionalSymbologyProcedure(u"DRGARE", u"A").ToUtf8(), "X1");
-}
-
-TEST_F(LookupTableTest, ProcedureQueryChoosesTheTableByGeometryWithoutFallback) {
-    ASSERT_TRUE(m_table.LoadPointLookupTable(
-        Write("p.dic", Entry("######", "", "CS(QUESTN01)") + Entry("LIGHTS", "", "CS(LIGHTS05)"))));
-    ASSERT_TRUE(m_table.LoadLineLookupTable(Write("l.dic", Entry("LIGHTS", "", "CS(LINE01)"))));
-    ASSERT_TRUE(m_table.LoadAreaLookupTable(Write("a.dic", Entry("LIGHTS", "", "CS(AREA01)"))));
-    EXPECT_EQ(m_table.GetConditionalSymbologyProcedure(u"LIGHTS", u"P").ToUtf8(), "LIGHTS05");
-    EXPECT_EQ(m_table.GetConditionalSymbologyProcedure(u"LIGHTS", u"p").ToUtf8(), "LIGHTS05");
-    EXPECT_EQ(m_table.GetConditionalSymbologyProcedure(u"LIGHTS", u"l").ToUtf8(), "LINE01");
-    EXPECT_EQ(m_table.GetConditionalSymbologyProcedure(u"LIGHTS", u"a").ToUtf8(), "AREA01");
-    EXPECT_TRUE(m_table.GetConditionalSymbologyProcedure(u"LIGHTS", u"Area").IsEmpty());
-    EXPECT_TRUE(m_table.GetConditionalSymbologyProcedure(u"LIGHTS", u"").IsEmpty());
-    EXPECT_TRUE(m_table.GetConditionalSymbologyProcedure(u"", u"P").IsEmpty());
-    EXPECT_TRUE(m_table.GetConditionalSymbologyProcedure(u"lights", u"P").IsEmpty());
-    EXPECT_TRUE(m_table.GetConditionalSymbologyProcedure(u"BOYLAT", u"P").IsEmpty());
-}
-
-TEST_F(LookupTableTest, ReloadingReplacesOnlyItsOwnKindAndAFailedOpenKeepsIt) {
-    const PlixUnicodeString first = Write("p1.dic", Entry("LIGHTS", "", "SY(OLD)"));
-    const PlixUnicodeString second =
-        Write("p2.dic", Entry("BOYLAT", "", "SY(NEW1)") + Entry("BOYLAT", "", "SY(NEW2)"));
-    ASSERT_TRUE(
-        m_table.LoadLineLookupTable(Write("l.dic", Entry("NAVLNE", "", "LS(DASH,1,CHBLK)"))));
-    ASSERT_TRUE(m_table.LoadPointLookupTable(first));
-    ASSERT_TRUE(m_table.LoadPointLookupTable(second));
-    KGChartLookupPointItems items;
-    EXPECT_FALSE(m_table.GetLookupPointItems(u"LIGHTS", items));
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"BOYLAT", items));
-    EXPECT_EQ(SymbolNames(items), (std::vector<std::string>{"NEW1", "NEW2"}));
-
-    EXPECT_FALSE(m_table.LoadPointLookupTable(m_dir.File("gone.dic")));
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"BOYLAT", items));
-    EXPECT_EQ(SymbolNames(items), (std::vector<std::string>{"NEW1", "NEW2"}));
-    KGChartLookupLineItems lines;
-    EXPECT_TRUE(m_table.GetLookupLineItems(u"NAVLNE", lines));
-
-    m_table.DeletePointStyle();
-    m_table.DeletePointStyle();
-    EXPECT_FALSE(m_table.GetLookupPointItems(u"BOYLAT", items));
-    EXPECT_TRUE(m_table.GetLookupLineItems(u"NAVLNE", lines));
-}
-
-TEST_F(LookupTableTest, EveryEntryYieldsAStyleEvenWhenItsInstructionsAreRejected) {
-    ASSERT_TRUE(m_table.LoadPointLookupTable(
-        Write("p.dic", Entry("BCNGEN", "", "SY(BCNGEN01);LS(SOLD,1,CHBLK)", "7", "other"))));
-    KGChartLookupPointItems items;
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"BCNGEN", items));
-    ASSERT_EQ(items.Styles.GetSize(), 1);
-    EXPECT_EQ(SymbolNames(items), std::vector<std::string>{"BCNGEN01"});
-    EXPECT_EQ(items.Styles[0]->DisplayPriority, 7);
-    EXPECT_EQ(items.Styles[0]->DisplayCategory, KGChartDisplayCategory::Other);
-}
-
-TEST_F(LookupTableTest, PointLoadWritesItsTimingTrace) {
-    const std::string trace = m_dir.File("trace.txt");
-    setenv("VLCHART_TRACE", trace.c_str(), 1);
-    m_table.LoadLineLookupTable(Write("l.dic", Entry("NAVLNE", "", "LS(DASH,1,CHBLK)")));
-    m_table.LoadPointLookupTable(Write("p.dic", Entry("LIGHTS", "", "CS(LIGHTS05)")));
+TEST(LookupLoaderTest, ReloadReplacesItsOwnKindAndAFailedOpenKeepsIt) {
+    vltest::TempDir dir;
+    vltest::WriteFile(dir.File("p.dic"),
+                      "\"BOYLAT\",\"\",\"SY(NEW1)\"\n\"BOYLAT\",\"\",\"SY(NEW2)\"");
+    vltest::WriteFile(dir.File("empty.dic"), "");
+    setenv("VLCHART_TRACE", dir.File("trace.txt").c_str(), 1);
+    Table table;
+    EXPECT_TRUE(table.ReadLineString().IsEmpty()) << "no file yet";
+    ASSERT_TRUE(table.LoadLineLookupTable(Data("table.dic")));
+    const std::string lines = DumpIndex(table.GetLineTable());
+    ASSERT_TRUE(table.LoadPointLookupTable(Data("table.dic")));
     unsetenv("VLCHART_TRACE");
-    const std::string text = vltest::ReadFile(trace);
-    EXPECT_EQ(text.find("LoadPointLookupTable Cost: "), 0u) << text;
-    EXPECT_EQ(text.find("LoadPointLookupTable", 1), std::string::npos) << "written once";
+    EXPECT_EQ(vltest::ReadFile(dir.File("trace.txt")).rfind("LoadPointLookupTable Cost: "), 0u)
+        << "the point load alone writes its timing, once";
+    ASSERT_TRUE(table.LoadPointLookupTable(Str(dir.File("p.dic"))));
+    const std::string reloaded = DumpIndex(table.GetPointTable());
+    EXPECT_EQ(reloaded,
+              "[BOYLAT] BOYLAT cs=\n  {=0/} c1 p0 f01 SY(NEW1,0)\n"
+              "  {=0/} c1 p0 f01 SY(NEW2,0)\n");
+    EXPECT_FALSE(table.LoadPointLookupTable(Str(dir.File("gone.dic"))));
+    EXPECT_FALSE(table.LoadPointLookupTable(Str(dir.Path())));
+    EXPECT_FALSE(table.LoadLineLookupTable(Str(dir.Path())) ||
+                 table.LoadAreaLookupTable(Str(dir.File("gone.dic"))));
+    EXPECT_EQ(DumpIndex(table.GetPointTable()), reloaded);
+    KGChartLookupPointItems items;
+    items.ObjectAcronym = "untouched";
+    EXPECT_FALSE(table.GetLookupPointItems(u"LIGHTS", items)) << "no ###### entry";
+    EXPECT_EQ(U(items.ObjectAcronym), "untouched");
+    EXPECT_TRUE(table.LoadPointLookupTable(Str(dir.File("empty.dic"))));
+    EXPECT_TRUE(table.GetPointTable().IsEmpty());
+    EXPECT_EQ(DumpIndex(table.GetLineTable()), lines);
+    table.DeleteLineStyle();
+    table.DeleteLineStyle();
+    EXPECT_TRUE(table.GetLineTable().IsEmpty());
+    EXPECT_TRUE(table.ReadLineString().IsEmpty()) << "the file is read to its end";
 }
 
-TEST_F(LookupTableTest, MalformedLinesAreSkippedOrReadAsFarAsTheyGo) {
-    std::string content;
-    content += "no quotes at all\n";
-    content += "\"ONEQUOTE\n";
-    content += "\"\",\"\",\"SY(EMPTYACRONYM)\"\n";
-    content += Entry("UNTERM", "", "SY(GOOD01);SY(BROKEN");
-    content += "\"NOFLDS\"\n";
+TEST(LookupLoaderTest, HostileLinesAreSkippedOrReadAsFarAsTheyGo) {
+    LoadDictionary();
+    vltest::TempDir dir;
     const char binary[] = "\"BINARY\",\"\x01\x02\",\"SY(B\x00\xff\xfe)\",\"\x7f\"\n";
-    content += std::string(binary, sizeof(binary) - 1);
-    content += Entry("NONASC", "",
-                     "TX('Hafen S\xc3\xbc"
-                     "d',1,2,2,'15110',0,0,CHBLK,26)");
-    content += Entry("\xc3\x84\xc3\x96\xc3\x9c\xc3\xa4\xc3\xb6\xc3\xbc", "", "SY(UMLAUT)");
-    content += Entry("\xc3\x84\xc3\x96\xc3\x9c", "", "SY(THREE)");  // 6 bytes, 3 characters
-    std::string huge = "\"HUGE01\",\"\",\"";
-    while (huge.size() < (1u << 20)) huge += "SY(S);";
-    content += huge + "\",\"3\"\n";
-    content += std::string(1u << 20, 'x') + "\n";
-    content += Entry("LAST01", "", "SY(LAST)");
-    ASSERT_TRUE(m_table.LoadPointLookupTable(Write("bad.dic", content)));
-
-    const auto& table = m_table.GetPointTable();
-    EXPECT_EQ(table.GetCount(), 7);
-    KGChartLookupPointItems items;
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"UNTERM", items));
-    EXPECT_EQ(SymbolNames(items), std::vector<std::string>{"GOOD01"});
-    EXPECT_EQ(items.Styles[0]->DisplayPriority, 5) << "fields after the instructions are read";
-
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"NOFLDS", items));
-    EXPECT_TRUE(items.Styles[0]->Symbols.IsEmpty());
-
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"BINARY", items));
-    ASSERT_EQ(items.Styles[0]->Symbols.GetSize(), 1);
+    std::string content(binary, sizeof(binary) - 1);
+    content += "\"HUGE01\",\"";  // read in one pass: a quadratic parse would take minutes
+    for (int i = 0; i < 100000; ++i) content += "BOYSHP2";
+    content += "\",\"";
+    for (int i = 0; i < 200000; ++i) content += "SY(S);";
+    content += "AC(DEPVS)\",\"3\"\n" + std::string(1u << 20, 'x') + "\n\"LAST01\",\"\",\"\"\n";
+    vltest::WriteFile(dir.File("bad.dic"), content);
+    Table table;
+    ASSERT_TRUE(table.LoadAreaLookupTable(Str(dir.File("bad.dic"))));
+    ASSERT_EQ(table.GetAreaTable().GetCount(), 3);
+    KGChartLookupAreaItems items;
+    ASSERT_TRUE(table.GetLookupAreaItems(u"BINARY", items));
     EXPECT_EQ(items.Styles[0]->Symbols[0].SymbolName.Str(),
               (std::u16string{u'B', u'\0', u'\xfffd', u'\xfffd'}));
-
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"NONASC", items));
-    EXPECT_EQ(items.Styles[0]->Texts[0].Text.ToUtf8(),
-              "Hafen S\xc3\xbc"
-              "d");
-    EXPECT_TRUE(m_table.GetLookupPointItems(u"\u00c4\u00d6\u00dc\u00e4\u00f6\u00fc", items));
-    EXPECT_EQ(SymbolNames(items), std::vector<std::string>{"UMLAUT"});
-
-    ASSERT_TRUE(m_table.GetLookupPointItems(u"HUGE01", items));
-    EXPECT_GT(items.Styles[0]->Symbols.GetSize(), 170000);
-    EXPECT_EQ(items.Styles[0]->DisplayPriority, 3);
-    EXPECT_TRUE(m_table.GetLookupPointItems(u"LAST01", items));
+    ASSERT_TRUE(table.GetLookupAreaItems(u"HUGE01", items));
+    const KGChartAreaObjectStyle& huge = *items.Styles[0];
+    ASSERT_EQ(huge.AttributeConditions.GetSize(), 100000);
+    EXPECT_EQ(huge.AttributeConditions[99999].IntegerValue, 2);
+    EXPECT_EQ(huge.Symbols.GetSize(), 200000);
+    EXPECT_EQ(U(huge.FillColorToken) + I(huge.DisplayPriority), "DEPVS3");
 }
 
-TEST_F(LookupTableTest, ReadLineStringWithoutAFileIsEmpty) {
-    EXPECT_TRUE(m_table.ReadLineString().IsEmpty());
-    ASSERT_TRUE(m_table.LoadLineLookupTable(Write("l.dic", Entry("NAVLNE", "", "LC(NAVARE51)"))));
-    // The loader has read everything; the file stays open at its end.
-    EXPECT_TRUE(m_table.ReadLineString().IsEmpty());
+template <typename Map>
+std::string Count(const Map& table) {
+    int styles = 0;
+    for (const auto& entry : table) styles += entry.second.Styles.GetSize();
+    return I(table.GetCount()) + "/" + I(styles);
+}
+
+TEST(LookupRealDataTest, CountsAndAHandfulOfEntries) {
+    VLTEST_REQUIRE_REAL_DATA();
+    vltest::ModulePathOverride module(vltest::RealDataDir());
+    KGChartEnvironment env;
+    ASSERT_TRUE(KGS57Config::GetInstance()->LoadS57AttributesFile(
+        env.GetS57AttributeDictFileAbsolutePath()));
+    Table table;
+    std::string out;
+    auto show = [&](const char* name, const auto& index, std::initializer_list<const char*> picks) {
+        out += std::string("== ") + name + ": points " + Count(table.GetPointTable()) + " lines " +
+               Count(table.GetLineTable()) + " areas " + Count(table.GetAreaTable()) + "\n";
+        for (const char* acronym : picks) {
+            const auto* items = index.Find(Str(acronym));
+            out += items ? DumpGroup(*items) : std::string("missing ") + acronym + "\n";
+        }
+    };
+    ASSERT_TRUE(table.LoadPointLookupTable(env.GetPointLookupTableAbsolutePath(u"S52", 1)));
+    show("simplified points", table.GetPointTable(),
+         {"######", "LIGHTS", "SOUNDG", "BOYLAT", "BUISGL"});
+    ASSERT_TRUE(table.LoadPointLookupTable(env.GetPointLookupTableAbsolutePath(u"S52", 0)));
+    show("paper chart points", table.GetPointTable(), {"LIGHTS"});
+    ASSERT_TRUE(table.LoadLineLookupTable(env.GetLineLookupTableAbsolutePath(u"S52")));
+    show("lines", table.GetLineTable(), {"######", "BRIDGE", "NAVLNE", "DEPCNT"});
+    ASSERT_TRUE(table.LoadAreaLookupTable(env.GetAreaLookupTableAbsolutePath(u"S52", 0)));
+    show("plain areas", table.GetAreaTable(),
+         {"######", "DEPARE", "TSEZNE", "DWRTPT", "hrbfac", "dnghlt"});
+    ASSERT_TRUE(table.LoadAreaLookupTable(env.GetAreaLookupTableAbsolutePath(u"S52", 1)));
+    show("symbolized areas", table.GetAreaTable(), {"CBLARE"});
+    EXPECT_EQ(out, vltest::ReadFile(U(Data("real.expected.txt"))));
 }
 
 }  // namespace
