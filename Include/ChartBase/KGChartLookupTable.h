@@ -41,6 +41,41 @@ public:
     PLIX::PlixUnicodeString ProcedureName;
 };
 
+// What loading a table read only in part or passed over, and the names each loaded entry uses:
+// the material of a table check (vlchart check). Filled only while attached to a table with
+// SetLoadReport; a load appends to it.
+class VLCHARTBASE_API KGChartLookupLoadReport {
+public:
+    enum class NoteKind : int32_t {
+        DroppedEntry,         // not loaded: the acronym field does not hold six characters
+        ShortEntry,           // fewer than seven fields: loaded, the missing ones at defaults
+        RejectedInstruction,  // the instruction parse stopped here; what followed is lost
+        SplitRun,             // an acronym's entries stand in several runs: only the last is kept
+    };
+    struct Note {
+        NoteKind kind = NoteKind::DroppedEntry;
+        // 1-based line of the table file.
+        int line = 0;
+        PLIX::PlixUnicodeString acronym;
+        // The entry line (dropped, short), the refused instruction and what follows it, or
+        // the line of the earlier run (split).
+        PLIX::PlixUnicodeString text;
+    };
+    // One loaded entry, in file order.
+    struct Entry {
+        int line = 0;
+        PLIX::PlixUnicodeString acronym;
+        // The acronyms of its conditions; the catch-all adds none.
+        PLIX::PlixArray<PLIX::PlixUnicodeString> attributes;
+        // The colour tokens of LS and AC.
+        PLIX::PlixArray<PLIX::PlixUnicodeString> colours;
+        // The names of SY, LC and AP.
+        PLIX::PlixArray<PLIX::PlixUnicodeString> symbols;
+    };
+    PLIX::PlixArray<Note> notes;
+    PLIX::PlixArray<Entry> entries;
+};
+
 // Table files: one entry per line, seven fields in double quotes separated by commas:
 // object acronym, attribute combination, symbolization instructions, display priority,
 // radar, display category, viewing group. A line holding "*" anywhere is a comment.
@@ -81,6 +116,9 @@ public:
     const PointTableMap& GetPointTable() const { return PointTable; }
     const LineTableMap& GetLineTable() const { return LineTable; }
     const AreaTableMap& GetAreaTable() const { return AreaTable; }
+
+    // Attaches a report that the next loads fill (not owned; null detaches it).
+    void SetLoadReport(KGChartLookupLoadReport* report) { Report = report; }
 
     // ---- freeing ----
     void DeletePointStyle();
@@ -146,6 +184,9 @@ private:
     AreaTableMap AreaTable;
     // The file last opened, left open until the next load or destruction.
     std::unique_ptr<KGFileStdio> TableFile;
+    // Lines read from it so far.
+    int LineNumber = 0;
+    KGChartLookupLoadReport* Report = nullptr;
 };
 
 }  // namespace KGC

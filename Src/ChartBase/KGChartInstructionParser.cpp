@@ -58,14 +58,18 @@ Instruction NextInstruction(View text, size_t& pos, View& args) {
 }
 
 // Runs the instruction loop over the field; apply returns false for a code the kind does not
-// accept.
+// accept. stop, when given, receives where a refused instruction begins.
 template <typename Apply>
-bool ParseInstructions(View text, Apply apply) {
+bool RunInstructions(View text, Apply apply, size_t* stop) {
     size_t pos = 0;
     View args;
     while (pos < text.size()) {
+        const size_t start = pos;
         const Instruction code = NextInstruction(text, pos, args);
-        if (code == Instruction::Invalid || !apply(code, args)) return false;
+        if (code == Instruction::Invalid || !apply(code, args)) {
+            if (stop != nullptr) *stop = start;
+            return false;
+        }
     }
     return true;
 }
@@ -251,45 +255,50 @@ void ApplyFill(View args, KGChartAreaObjectStyle& style) {
 }
 
 template <typename Style>
-bool ApplyInstructions(View field, PlixUnicodeString& procedure, Style& style) {
+bool ApplyInstructions(View field, PlixUnicodeString& procedure, Style& style,
+                       size_t* stop = nullptr) {
     constexpr unsigned accepted = kAccepted<Style>;
-    return ParseInstructions(field, [&](Instruction code, View args) {
-        if ((accepted & Bit(code)) == 0) return false;
-        if (code == Instruction::CS) {
-            // A procedure alone does not make the entry one with instructions.
-            ApplyProcedure(args, procedure, style.HasProcedure);
+    return RunInstructions(
+        field,
+        [&](Instruction code, View args) {
+            if ((accepted & Bit(code)) == 0) return false;
+            if (code == Instruction::CS) {
+                // A procedure alone does not make the entry one with instructions.
+                ApplyProcedure(args, procedure, style.HasProcedure);
+                return true;
+            }
+            if (code == Instruction::SY) ApplySymbol(args, style);
+            if (code == Instruction::TX || code == Instruction::TE)
+                AddText(code, args, style.Texts);
+            if constexpr ((accepted & Bit(Instruction::LS)) != 0) {
+                if (code == Instruction::LC) style.ComplexLineName = ToString(args);
+                if (code == Instruction::LS) ParseLine(args, style.LineStyle);
+            }
+            if constexpr ((accepted & Bit(Instruction::AP)) != 0) {
+                if (code == Instruction::AP) style.PatternName = ToString(args);
+                if (code == Instruction::AC) ApplyFill(args, style);
+            }
+            style.HasInstruction = true;
             return true;
-        }
-        if (code == Instruction::SY) ApplySymbol(args, style);
-        if (code == Instruction::TX || code == Instruction::TE) AddText(code, args, style.Texts);
-        if constexpr ((accepted & Bit(Instruction::LS)) != 0) {
-            if (code == Instruction::LC) style.ComplexLineName = ToString(args);
-            if (code == Instruction::LS) ParseLine(args, style.LineStyle);
-        }
-        if constexpr ((accepted & Bit(Instruction::AP)) != 0) {
-            if (code == Instruction::AP) style.PatternName = ToString(args);
-            if (code == Instruction::AC) ApplyFill(args, style);
-        }
-        style.HasInstruction = true;
-        return true;
-    });
+        },
+        stop);
 }
 
 }  // namespace
 
-bool ParsePointInstructions(View field, PlixUnicodeString& procedure,
-                            KGChartPointObjectStyle& style) {
-    return ApplyInstructions(field, procedure, style);
+bool ParseInstructions(View field, PlixUnicodeString& procedure, KGChartPointObjectStyle& style,
+                       size_t* stop) {
+    return ApplyInstructions(field, procedure, style, stop);
 }
 
-bool ParseLineInstructions(View field, PlixUnicodeString& procedure,
-                           KGChartLineObjectStyle& style) {
-    return ApplyInstructions(field, procedure, style);
+bool ParseInstructions(View field, PlixUnicodeString& procedure, KGChartLineObjectStyle& style,
+                       size_t* stop) {
+    return ApplyInstructions(field, procedure, style, stop);
 }
 
-bool ParseAreaInstructions(View field, PlixUnicodeString& procedure,
-                           KGChartAreaObjectStyle& style) {
-    return ApplyInstructions(field, procedure, style);
+bool ParseInstructions(View field, PlixUnicodeString& procedure, KGChartAreaObjectStyle& style,
+                       size_t* stop) {
+    return ApplyInstructions(field, procedure, style, stop);
 }
 
 }  // namespace lookup

@@ -74,12 +74,14 @@ PLIX::PlixUnicodeString CutFront(PLIX::PlixUnicodeString& entry, View (EntryCurs
 
 // The operations of the public parsers, on a field already cut.
 void ParseConditions(View field, PLIX::PlixArray<KGChartAttributeCondition>& conditions);
-bool ParsePointInstructions(View field, PLIX::PlixUnicodeString& procedure,
-                            KGChartPointObjectStyle& style);
-bool ParseLineInstructions(View field, PLIX::PlixUnicodeString& procedure,
-                           KGChartLineObjectStyle& style);
-bool ParseAreaInstructions(View field, PLIX::PlixUnicodeString& procedure,
-                           KGChartAreaObjectStyle& style);
+// The instruction field applied to a style of each kind; false where an instruction is refused,
+// and then stop (when given) receives the index at which that instruction begins.
+bool ParseInstructions(View field, PLIX::PlixUnicodeString& procedure,
+                       KGChartPointObjectStyle& style, size_t* stop = nullptr);
+bool ParseInstructions(View field, PLIX::PlixUnicodeString& procedure,
+                       KGChartLineObjectStyle& style, size_t* stop = nullptr);
+bool ParseInstructions(View field, PLIX::PlixUnicodeString& procedure,
+                       KGChartAreaObjectStyle& style, size_t* stop = nullptr);
 KGS52DisplayCategory ParseCategory(View field);
 
 // The argument parsers; args is left as the public parser would leave its text.

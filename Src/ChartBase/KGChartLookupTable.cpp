@@ -24,13 +24,107 @@ constexpr int kReadBlockSize = 8192;
 const char16_t kFallbackAcronym[] = u"######";
 
 // One file object serves every load: created by the first, closed and reopened by the next.
-bool OpenTableFile(std::unique_ptr<KGFileStdio>& file, const PlixUnicodeString& path) {
+bool OpenTableFile(std::unique_ptr<KGFileStdio>& file, const PlixUnicodeString& path,
+                   int& lineNumber) {
+    lineNumber = 0;
     if (file) {
         file->Close();
     } else {
         file = std::make_unique<KGFileStdio>();
     }
     return file->Open(path, KGStreamRead, kReadBlockSize, PLIX::PLIXCharset::UTF8);
+}
+
+// What parsing one entry learned beyond the style, for a load report.
+struct EntryParse {
+    bool instructionsRead = true;
+    size_t instructionStop = 0;
+    PlixUnicodeString instructions;
+};
+
+// One entry's fields in order, each cut as the public field parsers cut it; the instruction
+// parser of the kind fills the drawing fields.
+template <typename Style>
+PlixUnicodeString ParseEntry(const PlixUnicodeString& line, Style& style,
+                             PlixUnicodeString& procedure, EntryParse* parse = nullptr) {
+    lookup::EntryCursor entry(line);
+    PlixUnicodeString acronym = lookup::ToString(entry.CutAcronym());
+    lookup::ParseConditions(entry.Cut(), style.AttributeConditions);
+    const lookup::View instructions = entry.Cut();
+    size_t stop = 0;
+    const bool read = lookup::ParseInstructions(instructions, procedure, style, &stop);
+    if (parse != nullptr) {
+        parse->instructionsRead = read;
+        parse->instructionStop = stop;
+        parse->instructions = lookup::ToString(instructions);
+    }
+    style.DisplayPriority = lookup::ReadInt32(entry.Cut());
+    entry.Cut();  // radar: not kept
+    style.DisplayCategory = lookup::ParseCategory(entry.Cut());
+    entry.CutLast();  // viewing group: not kept
+    return acronym;
+}
+
+int CountFields(const PlixUnicodeString& line) {
+    int quotes = 0;
+    for (char16_t c : line.Str()) quotes += c == u'"';
+    return quotes / 2;
+}
+
+void AddName(PLIX::PlixArray<PlixUnicodeString>& names, const PlixUnicodeString& name) {
+    if (!name.IsEmpty()) names.Add(name);
+}
+
+void AddLineNames(KGChartLookupLoadReport::Entry& entry, const KGChartLineStyle& line,
+                  const PlixUnicodeString& complexLine) {
+    AddName(entry.colours, line.ColorToken);
+    AddName(entry.symbols, complexLine);
+}
+
+// The names an entry's style uses, by kind.
+void AddNames(KGChartLookupLoadReport::Entry& entry, const KGChartPointObjectStyle& style) {
+    for (const auto& symbol : style.Symbols) AddName(entry.symbols, symbol.SymbolName);
+}
+void AddNames(KGChartLookupLoadReport::Entry& entry, const KGChartLineObjectStyle& style) {
+    AddName(entry.symbols, style.Symbol.SymbolName);
+    AddLineNames(entry, style.LineStyle, style.ComplexLineName);
+}
+void AddNames(KGChartLookupLoadReport::Entry& entry, const KGChartAreaObjectStyle& style) {
+    for (const auto& symbol : style.Symbols) AddName(entry.symbols, symbol.SymbolName);
+    AddLineNames(entry, style.LineStyle, style.ComplexLineName);
+    AddName(entry.colours, style.FillColorToken);
+    AddName(entry.symbols, style.PatternName);
+}
+
+// Records in the report what one line gave.
+template <typename Style>
+void ReportEntry(KGChartLookupLoadReport& report, int line, const PlixUnicodeString& text,
+                 const PlixUnicodeString& acronym, const Style& style, const EntryParse& parse) {
+    using Kind = KGChartLookupLoadReport::NoteKind;
+    auto note = [&](Kind kind, const PlixUnicodeString& what) {
+        KGChartLookupLoadReport::Note n;
+        n.kind = kind;
+        n.line = line;
+        n.acronym = acronym;
+        n.text = what;
+        report.notes.Add(std::move(n));
+    };
+    if (acronym.IsEmpty()) {
+        note(Kind::DroppedEntry, text);
+        return;
+    }
+    if (CountFields(text) < 7) note(Kind::ShortEntry, text);
+    if (!parse.instructionsRead) {
+        note(Kind::RejectedInstruction,
+             parse.instructions.Mid(static_cast<int>(parse.instructionStop)));
+    }
+    KGChartLookupLoadReport::Entry entry;
+    entry.line = line;
+    entry.acronym = acronym;
+    for (const auto& condition : style.AttributeConditions)
+        AddName(entry.attributes, condition.AttributeAcronym);
+    AddNames(entry, style);
+    report.entries.Add(std::move(entry));
 }
 
 template <typename Items>
@@ -49,8 +143,15 @@ void FreeTable(Map& table) {
 // already there, the later run replaces it and the earlier run's styles are freed now: they
 // can no longer be reached from the table.
 template <typename Map, typename Items>
-void StoreGroup(Map& table, Items& group) {
+void StoreGroup(Map& table, Items& group, KGChartLookupLoadReport* report, int firstLine) {
     Items& stored = table[group.ObjectAcronym];
+    if (report != nullptr && !stored.Styles.IsEmpty()) {
+        KGChartLookupLoadReport::Note note;
+        note.kind = KGChartLookupLoadReport::NoteKind::SplitRun;
+        note.line = firstLine;
+        note.acronym = group.ObjectAcronym;
+        report->notes.Add(std::move(note));
+    }
     FreeStyles(stored);
     stored.ObjectAcronym = std::move(group.ObjectAcronym);
     stored.Styles = std::move(group.Styles);
@@ -62,30 +163,36 @@ void StoreGroup(Map& table, Items& group) {
 
 // Reads every usable line of the open file into styles and groups consecutive entries of one
 // acronym (compared without regard to case; the group keeps the acronym as first written).
-template <typename Style, typename Items, typename Map, typename ParseEntry>
-void ReadEntries(KGChartLookupTable& reader, KGFileStdio& file, Map& table, ParseEntry parseEntry) {
+template <typename Style, typename Items, typename Map>
+void ReadEntries(KGChartLookupTable& reader, KGFileStdio& file, Map& table, const int& lineNumber,
+                 KGChartLookupLoadReport* report) {
     Items group;
+    int groupLine = 0;
     PlixUnicodeString procedure;
+    EntryParse parse;
     while (!file.IsEOF()) {
         const PlixUnicodeString line = reader.ReadLineString();
         if (line.IsEmpty()) continue;
         auto style = std::make_unique<Style>();
         procedure.Empty();
-        PlixUnicodeString acronym = parseEntry(line, style.get(), procedure);
+        PlixUnicodeString acronym =
+            ParseEntry(line, *style, procedure, report != nullptr ? &parse : nullptr);
+        if (report != nullptr) ReportEntry(*report, lineNumber, line, acronym, *style, parse);
         if (acronym.IsEmpty()) continue;
         if (!group.ObjectAcronym.IsEmpty() && acronym != group.ObjectAcronym &&
             acronym.CompareNoCase(group.ObjectAcronym) != 0) {
-            StoreGroup(table, group);
+            StoreGroup(table, group, report, groupLine);
         }
         if (group.ObjectAcronym.IsEmpty()) {
             group.ObjectAcronym = std::move(acronym);
             group.ProcedureName = procedure;
+            groupLine = lineNumber;
         } else if (group.ProcedureName.IsEmpty()) {
             group.ProcedureName = procedure;
         }
         group.Styles.Add(style.release());
     }
-    if (!group.ObjectAcronym.IsEmpty()) StoreGroup(table, group);
+    if (!group.ObjectAcronym.IsEmpty()) StoreGroup(table, group, report, groupLine);
 }
 
 template <typename Map, typename Items>
@@ -115,29 +222,29 @@ KGChartLookupTable::~KGChartLookupTable() {
 }
 
 bool KGChartLookupTable::LoadPointLookupTable(const PlixUnicodeString& path) {
-    if (!OpenTableFile(TableFile, path)) return false;
+    if (!OpenTableFile(TableFile, path, LineNumber)) return false;
     DeletePointStyle();
     const clock_t start = clock();
     ReadEntries<KGChartPointObjectStyle, KGChartLookupPointItems>(*this, *TableFile, PointTable,
-                                                                  ParseOneLineStringPoint);
+                                                                  LineNumber, Report);
     kgtrace("LoadPointLookupTable Cost: %d\n", static_cast<int>(clock() - start));
     // The file stays open on purpose; the next load or the destructor closes it.
     return true;
 }
 
 bool KGChartLookupTable::LoadLineLookupTable(const PlixUnicodeString& path) {
-    if (!OpenTableFile(TableFile, path)) return false;
+    if (!OpenTableFile(TableFile, path, LineNumber)) return false;
     DeleteLineStyle();
     ReadEntries<KGChartLineObjectStyle, KGChartLookupLineItems>(*this, *TableFile, LineTable,
-                                                                ParseOneLineStringLine);
+                                                                LineNumber, Report);
     return true;
 }
 
 bool KGChartLookupTable::LoadAreaLookupTable(const PlixUnicodeString& path) {
-    if (!OpenTableFile(TableFile, path)) return false;
+    if (!OpenTableFile(TableFile, path, LineNumber)) return false;
     DeleteAreaStyle();
     ReadEntries<KGChartAreaObjectStyle, KGChartLookupAreaItems>(*this, *TableFile, AreaTable,
-                                                                ParseOneLineStringArea);
+                                                                LineNumber, Report);
     return true;
 }
 
@@ -180,6 +287,7 @@ void KGChartLookupTable::DeleteAreaStyle() {
 PlixUnicodeString KGChartLookupTable::ReadLineString() {
     if (!TableFile || TableFile->IsEOF()) return PlixUnicodeString();
     PlixUnicodeString line = TableFile->ReadLine();
+    ++LineNumber;
     if (line.IsEmpty()) return line;
     line.Trim();
     // Deliberately an asterisk anywhere, also inside a quoted field, makes a comment line.
@@ -187,31 +295,11 @@ PlixUnicodeString KGChartLookupTable::ReadLineString() {
     return line;
 }
 
-namespace {
-
-// One entry's fields in order, each cut as the public field parsers cut it; the instruction
-// parser of the kind fills the drawing fields.
-template <typename Style, typename ParseInstructions>
-PlixUnicodeString ParseEntry(const PlixUnicodeString& line, Style& style,
-                             PlixUnicodeString& procedure, ParseInstructions parseInstructions) {
-    lookup::EntryCursor entry(line);
-    PlixUnicodeString acronym = lookup::ToString(entry.CutAcronym());
-    lookup::ParseConditions(entry.Cut(), style.AttributeConditions);
-    parseInstructions(entry.Cut(), procedure, style);
-    style.DisplayPriority = lookup::ReadInt32(entry.Cut());
-    entry.Cut();  // radar: not kept
-    style.DisplayCategory = lookup::ParseCategory(entry.Cut());
-    entry.CutLast();  // viewing group: not kept
-    return acronym;
-}
-
-}  // namespace
-
 PlixUnicodeString KGChartLookupTable::ParseOneLineStringPoint(const PlixUnicodeString& line,
                                                               KGChartPointObjectStyle* style,
                                                               PlixUnicodeString& procedure) {
     if (line.IsEmpty() || style == nullptr) return PlixUnicodeString();
-    return ParseEntry(line, *style, procedure, lookup::ParsePointInstructions);
+    return ParseEntry(line, *style, procedure);
 }
 
 // The line and area forms require a style, as documented; only the point form tests it.
@@ -219,14 +307,14 @@ PlixUnicodeString KGChartLookupTable::ParseOneLineStringLine(const PlixUnicodeSt
                                                              KGChartLineObjectStyle* style,
                                                              PlixUnicodeString& procedure) {
     if (line.IsEmpty()) return PlixUnicodeString();
-    return ParseEntry(line, *style, procedure, lookup::ParseLineInstructions);
+    return ParseEntry(line, *style, procedure);
 }
 
 PlixUnicodeString KGChartLookupTable::ParseOneLineStringArea(const PlixUnicodeString& line,
                                                              KGChartAreaObjectStyle* style,
                                                              PlixUnicodeString& procedure) {
     if (line.IsEmpty()) return PlixUnicodeString();
-    return ParseEntry(line, *style, procedure, lookup::ParseAreaInstructions);
+    return ParseEntry(line, *style, procedure);
 }
 
 }  // namespace KGC
