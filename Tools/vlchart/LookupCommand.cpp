@@ -157,7 +157,7 @@ int Report(Session& session, const LookupOptions& o, const Items& items, const s
     text << o.acronym << " (" << o.geometry << ") in " << file << '\n';
     if (fallback) text << "not in the table: the \"######\" entries answer\n";
     if (!items.ProcedureName.IsEmpty()) text << "procedure " << Utf8(items.ProcedureName) << '\n';
-    text << items.Styles.GetSize() << " styles, in table order:\n";
+    text << Count(static_cast<size_t>(items.Styles.GetSize()), "style") << ", in table order:\n";
     for (int i = 0; i < items.Styles.GetSize(); ++i) {
         const auto& style = *items.Styles[i];
         std::string conditions;
@@ -189,7 +189,10 @@ int Report(Session& session, const LookupOptions& o, const Items& items, const s
                 KGC::KGMatchConditions(style.AttributeConditions, feature);
             if (i == chosen) {
                 mark = "=>";
-                why = "chosen: " + std::to_string(match.conditions) + " conditions hold";
+                why = match.conditions == 0
+                          ? std::string("chosen: the catch-all, no other style matches")
+                          : "chosen: " + Count(static_cast<size_t>(match.conditions), "condition") +
+                                " hold" + (match.conditions == 1 ? "s" : "");
             } else if (!match.matches) {
                 why = "condition " +
                       ConditionText(style.AttributeConditions[match.failedCondition]) +

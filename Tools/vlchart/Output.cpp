@@ -42,6 +42,10 @@ void WriteJson(std::ostream& out, const Json& document) {
     out << document.dump(2) << '\n';
 }
 
+std::string Count(size_t n, const std::string& noun) {
+    return std::to_string(n) + " " + noun + (n == 1 ? "" : "s");
+}
+
 std::string Hex(int r, int g, int b) {
     char text[8];
     std::snprintf(text, sizeof text, "#%02X%02X%02X", r & 0xFF, g & 0xFF, b & 0xFF);

@@ -28,6 +28,9 @@ private:
 // The document, indented by two, with a final newline.
 void WriteJson(std::ostream& out, const Json& document);
 
+// "1 finding", "2 findings": a count with its noun, plural by adding "s".
+std::string Count(size_t n, const std::string& noun);
+
 // "#RRGGBB" of a colour given as its three components.
 std::string Hex(int r, int g, int b);
 // A two-cell swatch of the colour when standard output is a colour terminal; empty otherwise.
