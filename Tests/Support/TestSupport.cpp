@@ -1,7 +1,9 @@
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -70,9 +72,13 @@ ModulePathOverride::ModulePathOverride(const std::string& directory) {
     KGC::KGFile::SetModulePath(directory);
 }
 
-ModulePathOverride::~ModulePathOverride() { KGC::KGFile::SetModulePath(""); }
+ModulePathOverride::~ModulePathOverride() {
+    KGC::KGFile::SetModulePath("");
+}
 
-std::string TestDataDir() { return std::string(VLTEST_DATA_DIR) + "/"; }
+std::string TestDataDir() {
+    return std::string(VLTEST_DATA_DIR) + "/";
+}
 
 std::string RealDataDir() {
     std::error_code ec;
@@ -81,6 +87,29 @@ std::string RealDataDir() {
     return fs::weakly_canonical(p, ec).string() + "/";
 }
 
-std::string DefaultDataDir() { return std::string(VLTEST_SOURCE_DIR) + "/Data/"; }
+std::string DefaultDataDir() {
+    return std::string(VLTEST_SOURCE_DIR) + "/Data/";
+}
+
+ToolRun RunVlchart(const std::string& arguments) {
+    ToolRun run;
+#ifdef VLTEST_VLCHART
+    TempDir dir;
+    // The library's own log goes to a file, so standard error holds what the tool says.
+    const std::string command = "VLCHART_LOG='" + dir.File("log") + "' '" + VLTEST_VLCHART + "' " +
+                                arguments + " 2>'" + dir.File("stderr") + "'";
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) return run;
+    char buffer[4096];
+    size_t n;
+    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, n);
+    const int raw = pclose(pipe);
+    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    run.err = ReadFile(dir.File("stderr"));
+#else
+    ADD_FAILURE() << "the vlchart tool is not part of this build: " << arguments;
+#endif
+    return run;
+}
 
 }  // namespace vltest

@@ -61,6 +61,15 @@ std::string RealDataDir();
 // The repository's default environment, Data/, ending in "/".
 std::string DefaultDataDir();
 
+// What a run of the vlchart tool printed, and its exit status (-1 when it did not exit).
+struct ToolRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+// Runs the vlchart tool of this build; the arguments are words for the shell.
+ToolRun RunVlchart(const std::string& arguments);
+
 }  // namespace vltest
 
 #define VLTEST_REQUIRE_REAL_DATA()                                                         \

@@ -1,98 +1,156 @@
-// The vlchart tool, run as a chart engineer runs it.
+// The vlchart tool, run as a chart engineer runs it, over the small environment of
+// Tests/Data/tool/home: each run's whole output and exit status against the transcripts of
+// Tests/Data/tool/expected/ (VLTEST_UPDATE=1 rewrites them from the actual runs); and the check
+// over a copy of the real data with one fault of each kind planted.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdio>
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
 #include <string>
+#include <tuple>
 
 #include "TestSupport.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
-struct RunResult {
-    int status = -1;
-    std::string output;
+std::string DataDir() {
+    return fs::canonical(vltest::TestDataDir() + "tool").string() + "/";
+}
+
+void ReplaceAll(std::string& text, const std::string& from, const std::string& to) {
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+}
+
+// Standard output, then standard error and the exit status, with the directories written back
+// as their placeholders.
+std::string Transcript(std::string arguments, const std::string& home) {
+    ReplaceAll(arguments, "@HOME@/", home);
+    ReplaceAll(arguments, "@DATA@/", DataDir());
+    const vltest::ToolRun run = vltest::RunVlchart(arguments);
+    std::string text = run.out + (run.err.empty() ? "" : "--- stderr\n" + run.err) + "--- exit " +
+                       std::to_string(run.status) + "\n";
+    ReplaceAll(text, home, "@HOME@/");
+    ReplaceAll(text, DataDir(), "@DATA@/");
+    return text;
+}
+
+void ExpectSameAsFile(const std::string& actual, const std::string& name) {
+    const std::string path = DataDir() + "expected/" + name;
+    if (std::getenv("VLTEST_UPDATE") != nullptr) vltest::WriteFile(path, actual);
+    EXPECT_EQ(actual, vltest::ReadFile(path)) << "differs from " << path;
+}
+
+// Runs the tool with each line of Tests/Data/tool/NAME.txt, the name of the expected transcript
+// and the arguments, and compares the transcripts.
+void RunCases(const std::string& name, const std::string& home) {
+    std::istringstream lines(vltest::ReadFile(DataDir() + name));
+    int count = 0;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        ++count;
+        SCOPED_TRACE(line);
+        const size_t space = line.find(' ');
+        ExpectSameAsFile(Transcript(line.substr(space + 1), home), line.substr(0, space) + ".txt");
+    }
+    EXPECT_GT(count, 0) << name;
+}
+
+TEST(Vlchart, EachCommandOverTheSmallEnvironment) {
+    RunCases("reading.txt", DataDir() + "home/");
+}
+
+TEST(Vlchart, StyleEditsAndThePaletteAreWrittenWhole) {
+    vltest::TempDir copy;
+    fs::copy(DataDir() + "home", copy.Path(), fs::copy_options::recursive);
+    const std::string home = fs::canonical(copy.Path()).string() + "/";
+    RunCases("editing.txt", home);
+    ExpectSameAsFile(vltest::ReadFile(home + "ChartConfig.xml"), "edited-ChartConfig.xml");
+    ExpectSameAsFile(vltest::ReadFile(home + "palette.svg"), "palette.svg");
+}
+
+using Finding = std::tuple<std::string, std::string, int, std::string>;
+
+// Kind, file below the home, line (0: none) and name of each finding of `check --json`.
+std::set<Finding> Findings(const std::string& home) {
+    const vltest::ToolRun run = vltest::RunVlchart("--home '" + home + "' check --json");
+    EXPECT_LE(run.status, 1) << run.err;
+    std::set<Finding> findings;
+    const nlohmann::json document = nlohmann::json::parse(run.out);
+    for (const auto& f : document.at("findings")) {
+        std::string file = f.at("file");
+        EXPECT_EQ(file.rfind(home, 0), 0u) << file;
+        findings.emplace(f.at("kind"), file.substr(std::min(home.size(), file.size())),
+                         f.at("line").is_null() ? 0 : f.at("line").get<int>(),
+                         f.at("name").is_null() ? "" : f.at("name").get<std::string>());
+    }
+    return findings;
+}
+
+// Planted in a copy of the real data: a look-up table (.dic) gets the line appended, where
+// the finding is expected; an XML file gets the text before its closing tag.
+struct Fault {
+    const char* kind;
+    const char* file;
+    const char* name;
+    const char* text;
 };
 
-RunResult RunTool(const std::string& arguments, const std::string& home = "") {
-    std::string command;
-    if (!home.empty()) command += "VLCHART_HOME='" + home + "' ";
-    command += std::string("'") + VLTEST_VLCHART + "' " + arguments + " 2>/dev/null";
-    RunResult r;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return r;
-    char buf[4096];
-    size_t n;
-    while ((n = fread(buf, 1, sizeof buf, pipe)) > 0) r.output.append(buf, n);
-    int raw = pclose(pipe);
-    r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    return r;
-}
+const Fault kFaults[] = {
+    {"unreadable-file", "Colors/Dusk.xml", "", "<Color token="},
+    {"short-entry", "Lookup/Lines.dic", "_cmapl", R"x("_cmapl","","LS(SOLD,1,CHMGD)","5","O")x"},
+    {"rejected-instruction", "Lookup/Lines.dic", "_cmapl",
+     R"x("_cmapl","","XX(foo)","5","O","OTHER","1")x"},
+    {"unknown-colour", "Lookup/Lines.dic", "NOSUCH",
+     R"x("_cmapl","","LS(SOLD,1,NOSUCH)","5","O","OTHER","1")x"},
+    {"unknown-attribute", "Lookup/Lines.dic", "ZZZZZZ",
+     R"x("_cmapl","ZZZZZZ1","LS(SOLD,1,CHMGD)","5","O","OTHER","1")x"},
+    {"dropped-entry", "Lookup/Lines.dic", "",
+     R"x("_cmap","","LS(SOLD,1,CHMGD)","5","O","OTHER","1")x"},
+    {"split-run", "Lookup/AreaSymbolized.dic", "ACHARE",
+     R"x("ACHARE","","SY(ACHARE51)","3","S","STANDARD","1")x"},
+    {"unknown-object", "Lookup/PointSimplified.dic", "ZZZZZZ",
+     R"x("ZZZZZZ","","SY(QUESMRK1)","5","O","OTHER","1")x"},
+    {"bad-dictionary-record", "Dictionary/S57Objects.xml", "17",
+     R"x(<ObjectClass Code="17" Acronym="QQQQQQ" Type="Geo"><Name>Twin</Name></ObjectClass>)x"},
+};
 
-const char kSettings[] = R"(<?xml version="1.0" encoding="UTF-8"?>
-<VeltrinChart><ElectronicChart>
-  <Display>
-    <Style value="Day" type="ENC"><LookupTables>
-      <PointLookupTable>
-        <SymbolType value="simplified">./pt.dic</SymbolType>
-        <SymbolType value="paperchart">./gone.dic</SymbolType>
-      </PointLookupTable>
-      <LineLookupTable>./pt.dic</LineLookupTable>
-      <AreaLookupTable><EdgeType value="plain">./pt.dic</EdgeType><EdgeType value="symbolized">./pt.dic</EdgeType></AreaLookupTable>
-    </LookupTables>
-    <ColorTables><ColorTable type="DayBright">./pt.dic</ColorTable></ColorTables></Style>
-  </Display>
-  <Dictionary><S57Object>./pt.dic</S57Object></Dictionary>
-</ElectronicChart></VeltrinChart>
-)";
+TEST(VlchartCheck, ReportsEachPlantedFaultWithItsKindFileAndLine) {
+    VLTEST_REQUIRE_REAL_DATA();
+    vltest::TempDir copy;
+    fs::copy(vltest::RealDataDir(), copy.Path(), fs::copy_options::recursive);
+    for (const auto& entry : fs::recursive_directory_iterator(copy.Path()))
+        fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);
+    const std::string home = fs::canonical(copy.Path()).string() + "/";
+    const std::set<Finding> before = Findings(home);
 
-TEST(VlchartEnv, ReportsStylesTablesAndMarksMissingFiles) {
-    vltest::TempDir dir;
-    vltest::WriteFile(dir.File("ChartConfig.xml"), kSettings);
-    vltest::WriteFile(dir.File("pt.dic"), "\n");
-
-    RunResult r = RunTool("--home '" + dir.Path() + "' env");
-    EXPECT_EQ(r.status, 2) << r.output;  // one named file is missing
-    EXPECT_NE(r.output.find("Settings file: " + dir.Path() + "ChartConfig.xml"), std::string::npos)
-        << r.output;
-    EXPECT_NE(r.output.find("Day  (ENC)"), std::string::npos) << r.output;
-    EXPECT_NE(r.output.find(dir.Path() + "gone.dic  [missing]"), std::string::npos) << r.output;
-    EXPECT_NE(r.output.find(dir.Path() + "pt.dic\n"), std::string::npos) << r.output;
-    EXPECT_NE(r.output.find("colours, Dusk"), std::string::npos) << r.output;
-    EXPECT_NE(r.output.find("(not set)"), std::string::npos) << r.output;  // no Dusk table
-    EXPECT_NE(r.output.find("1 missing"), std::string::npos) << r.output;
-
-    // VLCHART_HOME works as well as --home.
-    RunResult viaEnv = RunTool("env", dir.Path());
-    EXPECT_EQ(viaEnv.output, r.output);
-}
-
-TEST(VlchartEnv, MissingOrBrokenSettingsFileIsAnError) {
-    vltest::TempDir dir;
-    RunResult missing = RunTool("--home '" + dir.Path() + "' env");
-    EXPECT_EQ(missing.status, 1);
-    EXPECT_NE(missing.output.find("not found"), std::string::npos) << missing.output;
-
-    vltest::WriteFile(dir.File("ChartConfig.xml"), "<VeltrinChart><Elec");
-    RunResult broken = RunTool("--home '" + dir.Path() + "' env");
-    EXPECT_EQ(broken.status, 1);
-    EXPECT_NE(broken.output.find("cannot be read"), std::string::npos) << broken.output;
-}
-
-TEST(VlchartEnv, DefaultEnvironmentIsComplete) {
-    RunResult r = RunTool("env", vltest::DefaultDataDir());
-    EXPECT_EQ(r.status, 0) << r.output;
-    EXPECT_NE(r.output.find("Standard  (ENC)"), std::string::npos) << r.output;
-    EXPECT_NE(r.output.find("Paper  (PaperChart)"), std::string::npos) << r.output;
-    EXPECT_NE(r.output.find(" 0 missing"), std::string::npos) << r.output;
-}
-
-TEST(VlchartUsage, UnknownCommandFailsWithUsage) {
-    RunResult r = RunTool("frobnicate");
-    EXPECT_NE(r.status, 0);
-    RunResult none = RunTool("");
-    EXPECT_NE(none.status, 0);
+    std::set<Finding> planted;
+    for (const Fault& f : kFaults) {
+        std::string content = vltest::ReadFile(home + f.file);
+        int line = 0;
+        if (std::string(f.file).find(".dic") != std::string::npos) {
+            if (!content.empty() && content.back() != '\n') content += '\n';
+            line = static_cast<int>(std::count(content.begin(), content.end(), '\n')) + 1;
+            content += std::string(f.text) + "\n";
+        } else {
+            content.insert(content.rfind("</"), f.text);
+        }
+        vltest::WriteFile(home + f.file, content);
+        planted.emplace(f.kind, f.file, line, f.name);
+    }
+    const std::set<Finding> after = Findings(home);
+    std::set<Finding> added;
+    std::set_difference(after.begin(), after.end(), before.begin(), before.end(),
+                        std::inserter(added, added.end()));
+    EXPECT_EQ(added, planted);
+    // Nothing found before went unnoticed after.
+    EXPECT_TRUE(std::includes(after.begin(), after.end(), before.begin(), before.end()));
 }
 
 }  // namespace
