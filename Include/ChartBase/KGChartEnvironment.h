@@ -22,6 +22,13 @@ public:
     KGChartEnvironment(const KGChartEnvironment&) = delete;
     KGChartEnvironment& operator=(const KGChartEnvironment&) = delete;
 
+    // Writes a new settings file at path: an empty Display and Dictionary entries naming the
+    // dictionary files (S57Objects.xml, S57Attributes.xml, Agencies.xml, S57ObjectSpecs.xml,
+    // S57InfoSpecs.xml, S58Checks.xml) in dictionaryDir, stored as given (absolute when it is).
+    // False when the file already exists or cannot be written; the write is atomic.
+    static bool CreateSettingsFile(const PLIX::PlixUnicodeString& path,
+                                   const PLIX::PlixUnicodeString& dictionaryDir);
+
     // Loads (or reloads) the settings file.
     bool LoadXML();
     // The settings file's path: the base module directory followed by "ChartConfig.xml".

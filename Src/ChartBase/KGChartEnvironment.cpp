@@ -89,6 +89,28 @@ KGChartEnvironment::KGChartEnvironment()
 
 KGChartEnvironment::~KGChartEnvironment() = default;
 
+bool KGChartEnvironment::CreateSettingsFile(const PlixUnicodeString& path,
+                                            const PlixUnicodeString& dictionaryDir) {
+    if (path.IsEmpty() || KGFile::IsExist(path)) return false;
+    PlixUnicodeString dir(dictionaryDir);
+    dir.Replace(u'\\', u'/');
+    if (!dir.IsEmpty() && dir[dir.GetLength() - 1] != u'/') dir += PlixUnicodeString(u"/");
+    static const struct {
+        const char16_t* element;
+        const char16_t* file;
+    } kDictionaries[] = {
+        {u"S57Object", u"S57Objects.xml"},      {u"S57Attribute", u"S57Attributes.xml"},
+        {u"Agency", u"Agencies.xml"},           {u"S57ObjectSpecs", u"S57ObjectSpecs.xml"},
+        {u"S57InfoSpecs", u"S57InfoSpecs.xml"}, {u"S58CheckInfo", u"S58Checks.xml"}};
+    KGMarkup doc;
+    bool ok = doc.AddElem(u"VeltrinChart") && doc.IntoElem() && doc.AddElem(u"ElectronicChart") &&
+              doc.IntoElem() && doc.AddElem(u"Display") && doc.AddElem(u"Dictionary");
+    for (const auto& entry : kDictionaries) {
+        ok = ok && doc.AddChildElem(entry.element, dir + PlixUnicodeString(entry.file));
+    }
+    return ok && doc.Save(path);
+}
+
 bool KGChartEnvironment::LoadXML() {
     if (!KGFile::IsExist(m_settingsPath)) {
         KGLogFile::GetInstance(false)->RecordLog(400, -100, u"chart setting file does not found !",
