@@ -92,6 +92,8 @@ void RegisterLookup(CLI::App& app, Commands& commands);
 void RegisterColours(CLI::App& app, Commands& commands);
 void RegisterCatalogue(CLI::App& app, Commands& commands);
 void RegisterStyles(CLI::App& app, Commands& commands);
+void RegisterImportPreslib(CLI::App& app, Commands& commands);
+void RegisterImportS57(CLI::App& app, Commands& commands);
 
 // Text helpers.
 std::string Utf8(const PLIX::PlixUnicodeString& text);

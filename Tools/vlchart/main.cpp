@@ -46,6 +46,8 @@ int main(int argc, char** argv) {
     vlchart::RegisterColours(app, commands);
     vlchart::RegisterCatalogue(app, commands);
     vlchart::RegisterStyles(app, commands);
+    vlchart::RegisterImportPreslib(app, commands);
+    vlchart::RegisterImportS57(app, commands);
 
     try {
         app.parse(argc, argv);
