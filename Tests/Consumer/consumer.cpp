@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     KGC::KGFile::SetModulePath(argv[1]);
     KGC::KGChartEnvironment env;
     PLIX::PlixUnicodeString path =
-        env.GetColorTableAbsolutePath(KGC::KGChartColorMode::Night, u"Standard");
+        env.GetColorTableAbsolutePath(KGC::KGChartColorMode::Night, u"S52");
     KGC::KGChartColorTable colours;
     if (!colours.LoadColorTable(path) || colours.GetCount() == 0) {
         std::fprintf(stderr, "cannot load colour table '%s'\n", path.ToUtf8().c_str());
