@@ -220,7 +220,7 @@ int Import(Session& session, const PreslibOptions& options) {
     Table malformedText(4);
     for (const auto& problem : library.malformed) {
         malformed.push_back({{"line", problem.line}, {"problem", problem.message}});
-        malformedText.Row({"line " + std::to_string(problem.line) + ":", problem.message});
+        malformedText.Row({"line " + std::to_string(problem.line) + ": " + problem.message});
     }
     const int status = library.malformed.empty() ? kExitOk : kExitFound;
     if (session.Json()) {
