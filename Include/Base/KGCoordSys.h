@@ -1,5 +1,8 @@
 // Geographic and projected coordinate systems, reduced to what the chart library keeps:
 // type ids and names, exported to and imported from a small XML text of their own.
+//
+// Threads: value objects; distinct objects may be used on different threads, one object by one
+// thread at a time (or const members only).
 #pragma once
 
 #include "Base/PlixUnicodeString.h"

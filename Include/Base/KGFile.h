@@ -1,4 +1,7 @@
 // KGFile: where the platform's modules live, and file existence.
+//
+// Threads: every member may be called from any thread; SetModulePath is seen by the calls that
+// follow it.
 #pragma once
 
 #include "Base/PlixUnicodeString.h"
@@ -9,7 +12,10 @@ namespace KGC {
 class VLBASE_API KGFile {
 public:
     // A directory ending in "/": the directory set with SetModulePath, else $VLCHART_HOME,
-    // else the directory of the loaded lib<moduleName>.so (empty when none is loaded).
+    // else the directory of the loaded lib<moduleName>.so when it holds ChartConfig.xml, else
+    // the default environment: the source tree's Data/ for a library in the build tree, the
+    // installed data directory (<prefix>/share/VlChartBase/, found relative to the library)
+    // for an installed one. Empty when no such library is loaded.
     static PLIX::PlixUnicodeString GetModulePath(const PLIX::PlixUnicodeString& moduleName);
     // Process-wide override for hosts and tests; an empty directory removes it.
     static void SetModulePath(const PLIX::PlixUnicodeString& directory);

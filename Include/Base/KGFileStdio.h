@@ -1,4 +1,6 @@
 // KGFileStdio: a text file read line by line in large blocks.
+//
+// Threads: one reader belongs to one thread at a time.
 #pragma once
 
 #include <cstdint>

@@ -1,8 +1,15 @@
 // KGLogFile: the process log. Records go to a replaceable sink; the default sink writes
 // records at or above the threshold to stderr, or to the file named by VLCHART_LOG.
+//
+// Threads: every member may be called from any thread at any time. A sink may be called from
+// several threads at once (make it thread-safe), and may still be called once by a thread that
+// fetched it just before SetSink replaced it.
 #pragma once
 
+#include <atomic>
 #include <functional>
+#include <memory>
+#include <mutex>
 #include <string>
 
 #include "Base/PlixUnicodeString.h"
@@ -34,8 +41,8 @@ public:
     // Replaces the sink and returns the previous one; an empty sink restores the default.
     Sink SetSink(Sink sink);
     // Threshold of the default sink (VLCHART_LOG_LEVEL, else 400).
-    int GetThreshold() const { return m_threshold; }
-    void SetThreshold(int level) { m_threshold = level; }
+    int GetThreshold() const { return m_threshold.load(std::memory_order_relaxed); }
+    void SetThreshold(int level) { m_threshold.store(level, std::memory_order_relaxed); }
 
     // One line of text for a record, as the default sink writes it.
     static std::string FormatRecord(const KGLogRecord& record);
@@ -44,8 +51,11 @@ private:
     KGLogFile();
     void Write(const KGLogRecord& record);
 
-    Sink m_sink;
-    int m_threshold = Warning;
+    // Guards m_sink; a record takes a reference to the sink and calls it unlocked, so a sink may
+    // log in turn.
+    std::mutex m_mutex;
+    std::shared_ptr<const Sink> m_sink;
+    std::atomic<int> m_threshold{Warning};
 };
 
 // printf-style trace, written only when VLCHART_TRACE is set (to stderr when it is "1" or

@@ -1,5 +1,8 @@
 // KGMarkup: an XML document with a markup cursor (parent, main and child positions) through
 // which every XML file and document of the chart library is read and written.
+//
+// Threads: the cursor moves on every query, so one document belongs to one thread at a time;
+// distinct documents are independent.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,6 @@
 // Locale-independent decimal text to number conversions with C atoi/atol/atof semantics.
+//
+// Threads: safe from any thread (no locale is changed).
 #pragma once
 
 #include "Base/PlixUnicodeString.h"

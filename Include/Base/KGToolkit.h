@@ -1,4 +1,6 @@
 // Character class helpers of the platform toolkit.
+//
+// Threads: safe from any thread.
 #pragma once
 
 #include "Base/VlBaseExport.h"

@@ -1,4 +1,7 @@
 // PlixArray: the platform's growable array of values, a thin wrapper over std::vector.
+//
+// Threads: as std::vector: const members from several threads at once, any change by one thread
+// alone.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,7 @@
 // PlixDict: the platform's ordered map, a thin wrapper over std::map.
+//
+// Threads: as std::map: const members from several threads at once, any change by one thread
+// alone.
 #pragma once
 
 #include <map>

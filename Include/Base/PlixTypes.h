@@ -1,4 +1,6 @@
 // Small value types of the platform: rectangles, packed RGB colours, tolerant double equality.
+//
+// Threads: plain values and pure functions, safe from any thread.
 #pragma once
 
 #include <cmath>

@@ -1,5 +1,8 @@
 // PlixUnicodeString: the UTF-16 string every name, path, token and XML text is held in.
 // It follows MFC CString semantics where nothing else is said (clamped indices, never throws).
+//
+// Threads: as std::u16string: const members from several threads at once, any change by one thread
+// alone.
 #pragma once
 
 #include <cstdarg>

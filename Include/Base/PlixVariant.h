@@ -1,4 +1,6 @@
 // PlixVariant: a tagged value (null, bool, 32- and 64-bit integers, double, string).
+//
+// Threads: a value: const members from several threads at once, any change by one thread alone.
 #pragma once
 
 #include <cstdint>

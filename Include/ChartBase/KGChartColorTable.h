@@ -1,5 +1,8 @@
 // KGChartColorTable: one S-52 colour table, the map from colour token to 24-bit RGB colour
 // for one colour mode of one display style.
+//
+// Threads: once loaded, the const members may be called from several threads at once; loading
+// needs the table to itself.
 #pragma once
 
 #include "Base/PlixDict.h"

@@ -1,5 +1,7 @@
 // The presentation vocabularies of the settings file and the look-up tables: colour mode,
 // display category and display style, converted between names and values.
+//
+// Threads: pure functions, safe from any thread.
 #pragma once
 
 #include <cstdint>

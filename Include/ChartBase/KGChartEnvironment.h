@@ -1,6 +1,10 @@
 // KGChartEnvironment: keeper of the chart settings file "ChartConfig.xml" beside the base
 // module. Answers which look-up table, colour table and dictionary file serves a style, and
 // edits the file, writing it back after every change.
+//
+// Threads: every query moves the document's cursor, so one environment belongs to one thread at a
+// time (or is guarded by the caller's lock); separate environments on separate threads are
+// independent, but edits of the same settings file from several of them race on the file.
 #pragma once
 
 #include <memory>

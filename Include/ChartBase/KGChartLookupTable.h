@@ -1,5 +1,9 @@
 // KGChartLookupTable: the S-52 point, line and area look-up tables of one display style,
 // parsed into style records and indexed by object class acronym.
+//
+// Threads: once loaded, the const queries (GetLookup...Items, GetConditionalSymbologyProcedure,
+// Get...Table) may be called from several threads at once; loads, frees and ReadLineString need
+// the table to themselves.
 #pragma once
 
 #include <memory>

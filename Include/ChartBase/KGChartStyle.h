@@ -1,5 +1,7 @@
 // The presentation style records that the S-52 look-up tables are parsed into: one object
 // style per look-up entry, with its attribute conditions and what its instructions draw.
+//
+// Threads: plain records: const access from several threads at once, changes by one thread alone.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 // KGDatasourceExtInfo: the extension info kept with a converted datasource, its list of named
 // record-identifier sequences, and the "ChartDatasourceInfo" document it is stored as.
+//
+// Threads: value objects; one object is changed by one thread at a time.
 #pragma once
 
 #include "Base/PlixArray.h"

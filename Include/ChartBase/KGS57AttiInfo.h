@@ -1,5 +1,7 @@
 // KGS57AttiInfo: a plain record describing one S-57 attribute of a converted dataset (code,
 // acronym, name, value type and value); the host platform fills and reads it.
+//
+// Threads: a value object; one object is changed by one thread at a time.
 #pragma once
 
 #include "Base/PlixUnicodeString.h"

@@ -1,6 +1,9 @@
 // KGS57DatasetGroupExtInfo: the extension info kept with the datasets of one converted S-57
 // cell (name, scale, bounds, projection, the names of its tables and, per object class code,
 // its feature tables), and the "S57GroupExtInfo" document it is stored as.
+//
+// Threads: value objects; one object is changed by one thread at a time (GetFeaTableNames logs,
+// which is thread-safe).
 #pragma once
 
 #include <array>

@@ -1,5 +1,7 @@
 // KGS57DefineInfo: the small closed vocabularies of the S-57 catalogue (datum, unit, attribute
 // value and object class kinds), their names, and the "unknown" marker test of attribute values.
+//
+// Threads: pure functions, safe from any thread.
 #pragma once
 
 #include <cstdint>

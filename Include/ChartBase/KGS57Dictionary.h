@@ -3,7 +3,9 @@
 // process-wide registry that loads them from the files the chart settings name and serves them.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <mutex>
 
 #include "Base/PlixArray.h"
 #include "Base/PlixDict.h"
@@ -272,7 +274,10 @@ private:
 // The process-wide registry of the S-57 catalogue dictionaries. Built while the library loads
 // (it reads the chart settings file and loads five dictionaries; the S-58 messages load on the
 // first GetS58Info) and reached through GetInstance(). Failures are logged ("EAg001",
-// "EAg002", level 400) and leave the dictionary empty. Results are copies. Not thread-safe.
+// "EAg002", level 400) and leave the dictionary empty. Results are copies.
+// Threads: the look-ups (const members, and GetS58Info with its one-time load of the S-58
+// file) may be called from several threads at once. Loads, reloads, path refreshes and
+// initialize() need the registry to themselves: no look-up may run meanwhile.
 class VLCHARTBASE_API KGS57Config {
 public:
     // Never null.
@@ -393,7 +398,10 @@ private:
     PLIX::PlixUnicodeString m_specsInfoDictFile;
     PLIX::PlixDict<PLIX::PlixUnicodeString, int32_t> m_attributeAcronymIndex;
     PLIX::PlixDict<PLIX::PlixUnicodeString, int32_t> m_objectAcronymIndex;
-    int32_t m_s58Loaded = 0;
+    // The S-58 file is tried once, on the first GetS58Info, across all threads: the first
+    // caller loads under the mutex while the others wait.
+    std::atomic<bool> m_s58Loaded{false};
+    std::mutex m_s58Mutex;
     PLIX::PlixUnicodeString m_s58CheckDictFile;
     KGS58Infos m_s58Infos;
 

@@ -1,6 +1,8 @@
 // KGS57ExtInfo: the extension info kept with one dataset of a converted S-57 cell (its S-57
 // role, and for feature and attribute tables the object class and related dataset), and the
 // "S57ExtInfo" document it is stored as.
+//
+// Threads: value objects; one object is changed by one thread at a time.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 // KGS57Sequence: one named record-identifier sequence of a converted datasource, the counter
 // from which the converter draws new identifiers such as the FIDN of new S-57 features.
+//
+// Threads: a value object; one object is changed by one thread at a time.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Where the module directory is (override, VLCHART_HOME, the loaded library) and file tests.
+// Where the module directory is (override, VLCHART_HOME, the loaded library, the default
+// environment) and file tests.
 #include "Base/KGFile.h"
 
 #include <dlfcn.h>
@@ -8,15 +9,11 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <string>
 
 namespace KGC {
 namespace {
-
-std::string& OverrideDirectory() {
-    static std::string* dir = new std::string();  // process-wide, usable during static init
-    return *dir;
-}
 
 std::string WithSlash(std::string dir) {
     if (!dir.empty() && dir.back() != '/') dir.push_back('/');
@@ -26,6 +23,45 @@ std::string WithSlash(std::string dir) {
 std::string DirectoryOf(const std::string& file) {
     size_t slash = file.rfind('/');
     return slash == std::string::npos ? std::string("./") : file.substr(0, slash + 1);
+}
+
+// The directory set with SetModulePath: process-wide, usable during static initialisation and
+// from any thread.
+struct Override {
+    std::mutex mutex;
+    std::string directory;
+};
+
+Override& TheOverride() {
+    static Override* o = new Override();  // never destroyed: usable while the process exits
+    return *o;
+}
+
+std::string OverrideDirectory() {
+    Override& o = TheOverride();
+    std::lock_guard<std::mutex> lock(o.mutex);
+    return o.directory;
+}
+
+bool IsFile(const std::string& path) {
+    struct stat st;
+    return stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+// Where the default environment is when the settings file is not beside the library: the
+// source tree's Data/ for a library in the build tree, else the installed data directory
+// relative to the library (as the install lays them out; lib/x86_64-linux-gnu works too).
+std::string DataDirectoryFor(const std::string& libraryDir) {
+#ifdef VLBASE_BUILD_LIBRARY_DIR
+    char built[PATH_MAX];
+    if (realpath(VLBASE_BUILD_LIBRARY_DIR, built) != nullptr && WithSlash(built) == libraryDir) {
+        return WithSlash(VLBASE_SOURCE_DATA_DIR);
+    }
+#endif
+    std::string installed = libraryDir + VLBASE_INSTALL_DATA_RELATIVE;
+    char resolved[PATH_MAX];
+    if (realpath(installed.c_str(), resolved) != nullptr) installed = resolved;
+    return WithSlash(installed);
 }
 
 struct SearchState {
@@ -51,7 +87,8 @@ int FindLoaded(struct dl_phdr_info* info, size_t, void* data) {
 }  // namespace
 
 PLIX::PlixUnicodeString KGFile::GetModulePath(const PLIX::PlixUnicodeString& moduleName) {
-    if (!OverrideDirectory().empty()) return PLIX::PlixUnicodeString(OverrideDirectory());
+    const std::string overridden = OverrideDirectory();
+    if (!overridden.empty()) return PLIX::PlixUnicodeString(overridden);
     const char* home = getenv("VLCHART_HOME");
     if (home != nullptr && *home != '\0') return PLIX::PlixUnicodeString(WithSlash(home));
 
@@ -69,11 +106,16 @@ PLIX::PlixUnicodeString KGFile::GetModulePath(const PLIX::PlixUnicodeString& mod
     if (state.found.empty()) return PLIX::PlixUnicodeString();
     char resolved[PATH_MAX];
     std::string path = realpath(state.found.c_str(), resolved) ? resolved : state.found;
-    return PLIX::PlixUnicodeString(DirectoryOf(path));
+    const std::string dir = DirectoryOf(path);
+    if (IsFile(dir + "ChartConfig.xml")) return PLIX::PlixUnicodeString(dir);
+    return PLIX::PlixUnicodeString(DataDirectoryFor(dir));
 }
 
 void KGFile::SetModulePath(const PLIX::PlixUnicodeString& directory) {
-    OverrideDirectory() = WithSlash(directory.ToUtf8());
+    Override& o = TheOverride();
+    std::string dir = WithSlash(directory.ToUtf8());
+    std::lock_guard<std::mutex> lock(o.mutex);
+    o.directory = std::move(dir);
 }
 
 bool KGFile::IsExist(const PLIX::PlixUnicodeString& path) {

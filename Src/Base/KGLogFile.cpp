@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace KGC {
 namespace {
@@ -36,7 +37,7 @@ KGLogFile::KGLogFile() {
     if (const char* level = getenv("VLCHART_LOG_LEVEL")) {
         char* end = nullptr;
         long v = strtol(level, &end, 10);
-        if (end != level) m_threshold = static_cast<int>(v);
+        if (end != level) SetThreshold(static_cast<int>(v));
     }
 }
 
@@ -69,9 +70,13 @@ void KGLogFile::RecordLog(int level, int code, const PLIX::PlixUnicodeString& me
 }
 
 KGLogFile::Sink KGLogFile::SetSink(Sink sink) {
-    Sink old = std::move(m_sink);
-    m_sink = std::move(sink);
-    return old;
+    auto replacement = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
+    std::shared_ptr<const Sink> old;
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        old = std::exchange(m_sink, std::move(replacement));
+    }
+    return old ? *old : Sink();
 }
 
 std::string KGLogFile::FormatRecord(const KGLogRecord& r) {
@@ -83,11 +88,16 @@ std::string KGLogFile::FormatRecord(const KGLogRecord& r) {
 }
 
 void KGLogFile::Write(const KGLogRecord& record) {
-    if (m_sink) {
-        m_sink(record);
+    std::shared_ptr<const Sink> sink;
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        sink = m_sink;
+    }
+    if (sink) {
+        (*sink)(record);
         return;
     }
-    if (record.level < m_threshold) return;
+    if (record.level < GetThreshold()) return;
     AppendLine(getenv("VLCHART_LOG"), FormatRecord(record) + "\n");
 }
 

@@ -129,7 +129,7 @@ void KGS57Config::initialize() {
     GetS57AgencyDictFile();
     GetS57SpecsObjectDictFile();
     GetS57SpecsInfoDictFile();
-    m_s58Loaded = 0;
+    m_s58Loaded.store(false, std::memory_order_release);
     m_s58CheckDictFile.Empty();
     GetS58CheckDictFile();
 }
@@ -417,10 +417,14 @@ void KGS57Config::GetArrayS57SpecsObject(PlixArray<KGS57SpecsObject>& out) const
 // ---- S-58 check messages ----
 
 bool KGS57Config::GetS58Info(int id, KGS58Info& out) {
-    if (m_s58Loaded == 0) {
-        // Deliberately kept: marked before loading, so a failed load is tried only once.
-        m_s58Loaded = 1;
-        LoadS58CheckDictFile(m_s58CheckDictFile);
+    if (!m_s58Loaded.load(std::memory_order_acquire)) {
+        std::lock_guard<std::mutex> lock(m_s58Mutex);
+        if (!m_s58Loaded.load(std::memory_order_relaxed)) {
+            LoadS58CheckDictFile(m_s58CheckDictFile);
+            // Deliberately kept: set whatever the load gave, so a failed load is tried (and
+            // logged) only once until the next initialize().
+            m_s58Loaded.store(true, std::memory_order_release);
+        }
     }
     return m_s58Infos.GetS58Info(id, out);
 }

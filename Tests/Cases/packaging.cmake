@@ -1,5 +1,5 @@
-# Packaging checks: every public header compiles on its own, and a separate project builds
-# against the installed package with find_package (and the pkg-config file names the libraries).
+# Packaging checks: every public header compiles on its own, and hosts built against the
+# installed package (find_package and pkg-config) run with no settings at all.
 
 file(GLOB VL_PUBLIC_HEADERS CONFIGURE_DEPENDS
   ${PROJECT_SOURCE_DIR}/Include/Base/*.h ${PROJECT_SOURCE_DIR}/Include/ChartBase/*.h)
@@ -20,14 +20,15 @@ set(VL_CONSUMER_FLAGS "")
 if(VLCHART_SANITIZE)
   set(VL_CONSUMER_FLAGS "-fsanitize=address,undefined")
 endif()
-add_test(NAME Package.FindPackageConsumer
+add_test(NAME Package.InstalledHosts
   COMMAND ${CMAKE_COMMAND}
     -DBINARY_DIR=${PROJECT_BINARY_DIR}
     -DCONSUMER_SOURCE=${CMAKE_CURRENT_SOURCE_DIR}/Consumer
     -DWORK_DIR=${CMAKE_CURRENT_BINARY_DIR}/consumer
     -DCXX_FLAGS=${VL_CONSUMER_FLAGS}
     -DBUILD_TYPE=${CMAKE_BUILD_TYPE}
+    -DCXX=${CMAKE_CXX_COMPILER}
     -P ${CMAKE_CURRENT_SOURCE_DIR}/Consumer/RunConsumer.cmake)
 # Both build in the project's binary directory: keep them apart from each other.
-set_tests_properties(PublicHeaders.CompileAlone Package.FindPackageConsumer PROPERTIES
+set_tests_properties(PublicHeaders.CompileAlone Package.InstalledHosts PROPERTIES
   RESOURCE_LOCK project_build TIMEOUT 900)
