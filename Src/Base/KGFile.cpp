@@ -86,16 +86,14 @@ int FindLoaded(struct dl_phdr_info* info, size_t, void* data) {
 
 }  // namespace
 
-PLIX::PlixUnicodeString KGFile::GetModulePath(const PLIX::PlixUnicodeString& moduleName) {
-    const std::string overridden = OverrideDirectory();
-    if (!overridden.empty()) return PLIX::PlixUnicodeString(overridden);
-    const char* home = getenv("VLCHART_HOME");
-    if (home != nullptr && *home != '\0') return PLIX::PlixUnicodeString(WithSlash(home));
+namespace {
 
+// The directory of the loaded lib<name>.so, ending in "/"; empty when none is loaded.
+std::string LoadedLibraryDirectory(const std::string& name) {
     SearchState state;
-    state.wanted = "lib" + moduleName.ToUtf8() + ".so";
+    state.wanted = "lib" + name + ".so";
     dl_iterate_phdr(FindLoaded, &state);
-    if (state.found.empty() && moduleName == PLIX::PlixUnicodeString("VlBase")) {
+    if (state.found.empty() && name == "VlBase") {
         // This library itself, also when loaded under another file name.
         Dl_info info;
         if (dladdr(reinterpret_cast<void*>(&KGFile::GetModulePath), &info) != 0 &&
@@ -103,12 +101,34 @@ PLIX::PlixUnicodeString KGFile::GetModulePath(const PLIX::PlixUnicodeString& mod
             state.found = info.dli_fname;
         }
     }
-    if (state.found.empty()) return PLIX::PlixUnicodeString();
+    if (state.found.empty()) return std::string();
     char resolved[PATH_MAX];
-    std::string path = realpath(state.found.c_str(), resolved) ? resolved : state.found;
-    const std::string dir = DirectoryOf(path);
-    if (IsFile(dir + "ChartConfig.xml")) return PLIX::PlixUnicodeString(dir);
-    return PLIX::PlixUnicodeString(DataDirectoryFor(dir));
+    const std::string path = realpath(state.found.c_str(), resolved) ? resolved : state.found;
+    return DirectoryOf(path);
+}
+
+std::string DefaultDirectory(const std::string& libraryDir) {
+    if (libraryDir.empty()) return std::string();
+    if (IsFile(libraryDir + "ChartConfig.xml")) return libraryDir;
+    return DataDirectoryFor(libraryDir);
+}
+
+}  // namespace
+
+PLIX::PlixUnicodeString KGFile::GetModulePath(const PLIX::PlixUnicodeString& moduleName) {
+    const std::string overridden = OverrideDirectory();
+    if (!overridden.empty()) return PLIX::PlixUnicodeString(overridden);
+    const char* home = getenv("VLCHART_HOME");
+    if (home != nullptr && *home != '\0') return PLIX::PlixUnicodeString(WithSlash(home));
+    const std::string name = moduleName.ToUtf8();
+    const std::string dir = LoadedLibraryDirectory(name);
+    // The settings file's module falls back to the default environment; any other module is
+    // just where its library is.
+    return PLIX::PlixUnicodeString(name == "VlBase" ? DefaultDirectory(dir) : dir);
+}
+
+PLIX::PlixUnicodeString KGFile::GetDefaultDataPath() {
+    return PLIX::PlixUnicodeString(DefaultDirectory(LoadedLibraryDirectory("VlBase")));
 }
 
 void KGFile::SetModulePath(const PLIX::PlixUnicodeString& directory) {

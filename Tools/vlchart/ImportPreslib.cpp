@@ -109,13 +109,10 @@ void WriteColours(const PreslibColourTable& table, const std::string& path) {
     }
 }
 
-// The directory of the settings file the library finds without --home: the dictionaries a
-// new home starts with.
-std::string DefaultHome(const Session& session) {
-    KGC::KGFile::SetModulePath(u"");
-    const std::string home = Utf8(KGC::KGFile::GetModulePath(u"VlBase"));
-    KGC::KGFile::SetModulePath(Utf16(session.Home()));
-    return home;
+// The default environment of the library, whatever --home and VLCHART_HOME say: the
+// dictionaries a new home starts with.
+std::string DefaultHome() {
+    return Utf8(KGC::KGFile::GetDefaultDataPath());
 }
 
 // Names the tables in the style, creating it (or recreating it with the right type) where
@@ -196,7 +193,7 @@ int Import(Session& session, const PreslibOptions& options) {
 
     if (!KGC::KGFile::IsExist(Utf16(session.SettingsPath())) &&
         !KGC::KGChartEnvironment::CreateSettingsFile(Utf16(session.SettingsPath()),
-                                                     Utf16(DefaultHome(session) + "Dictionary/"))) {
+                                                     Utf16(DefaultHome() + "Dictionary/"))) {
         throw ToolError(kExitUsage, session.SettingsPath() + ": cannot create");
     }
     if (!session.Environment().LoadXML()) {

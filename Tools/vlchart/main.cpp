@@ -2,6 +2,7 @@
 #include <iostream>
 #include <string>
 
+#include "ChartBase/VlChartBaseVersion.h"
 #include "Tool.h"
 
 namespace {
@@ -38,6 +39,8 @@ int main(int argc, char** argv) {
                    "library finds it)");
     app.add_option("--style", options.style, "display style (default: the first one)");
     app.add_flag("--json", options.json, "print one JSON document instead of text");
+    app.set_version_flag("--version", std::string("vlchart ") + KGC::GetVersionString(),
+                         "print the version and exit");
 
     vlchart::Commands commands;
     vlchart::RegisterEnvironment(app, commands);
@@ -53,6 +56,9 @@ int main(int argc, char** argv) {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
         std::cout << app.help();
+        return vlchart::kExitOk;
+    } catch (const CLI::CallForVersion& e) {
+        std::cout << e.what() << '\n';
         return vlchart::kExitOk;
     } catch (const CLI::ParseError& e) {
         const std::string unknown = UnknownCommand(app, argc, argv);
