@@ -60,13 +60,25 @@ ToolError NotFound(const std::string& what, const std::string& name, const std::
                          (file.empty() ? std::string(" (no dictionary file)") : " in " + file));
 }
 
+// The record named by code (all digits) or acronym through the registry's two look-ups.
+template <typename Out>
+Out Find(const std::string& name, bool (KGS57Config::*byCode)(int, Out&) const,
+         bool (KGS57Config::*byAcronym)(const PlixUnicodeString&, Out&) const,
+         const std::string& what, const PlixUnicodeString& file) {
+    const KGS57Config* registry = KGS57Config::GetInstance();
+    Out out;
+    int code = 0;
+    const bool found = IsCode(name, code) ? (registry->*byCode)(code, out)
+                                          : (registry->*byAcronym)(Utf16(name), out);
+    if (!found) throw NotFound(what, name, Utf8(file));
+    return out;
+}
+
 int Object(Session& session, const std::string& name) {
     const KGS57Config* registry = KGS57Config::GetInstance();
-    KGC::KGS57Object object;
-    int code = 0;
-    const bool found = IsCode(name, code) ? registry->GetS57Object(code, object)
-                                          : registry->GetS57Object(Utf16(name), object);
-    if (!found) throw NotFound("object class", name, Utf8(registry->GetObjectDictPath()));
+    const KGC::KGS57Object object =
+        Find<KGC::KGS57Object>(name, &KGS57Config::GetS57Object, &KGS57Config::GetS57Object,
+                               "object class", registry->GetObjectDictPath());
     Record r;
     r.Field("Acronym", "acronym", Utf8(object.acronym));
     r.Field("Code", "code", object.code);
@@ -80,11 +92,9 @@ int Object(Session& session, const std::string& name) {
 
 int Attribute(Session& session, const std::string& name) {
     const KGS57Config* registry = KGS57Config::GetInstance();
-    KGC::KGS57Attribute attribute;
-    int code = 0;
-    const bool found = IsCode(name, code) ? registry->GetS57Attributes(code, attribute)
-                                          : registry->GetS57Attributes(Utf16(name), attribute);
-    if (!found) throw NotFound("attribute", name, Utf8(registry->GetAttributeDictPath()));
+    const KGC::KGS57Attribute attribute = Find<KGC::KGS57Attribute>(
+        name, &KGS57Config::GetS57Attributes, &KGS57Config::GetS57Attributes, "attribute",
+        registry->GetAttributeDictPath());
     Record r;
     r.Field("Acronym", "acronym", Utf8(attribute.acronym));
     r.Field("Code", "code", attribute.code);
