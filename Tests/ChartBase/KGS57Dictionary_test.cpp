@@ -215,6 +215,7 @@ TEST(KGS57Registry, FailedLoadsLogTheirRecordsAndLeaveTheDictionaryEmpty) {
         for (const char* file : {"missing.xml", "unreadable.xml", "other-root.xml"}) {
             KGS57Config c;
             KGS58Info check;
+            KGS57DefineInfo::AttributeType type;
             c.GetS58Info(0, check);  // the lazy load, before the one under test
             vltest::LogCapture log;
             const bool ok = (c.*load)(failures + file);
@@ -225,7 +226,8 @@ TEST(KGS57Registry, FailedLoadsLogTheirRecordsAndLeaveTheDictionaryEmpty) {
             report += std::string(kind) + " " + file + (ok ? ": true " : ": false ") + Logged(log) +
                       "| " + std::to_string(left) + " left | LIGHTS " +
                       Flags(c, PlixUnicodeString("LIGHTS")) + " COLOUR " +
-                      Flags(c, PlixUnicodeString("COLOUR")) + "\n";
+                      Flags(c, PlixUnicodeString("COLOUR")) + " type " +
+                      (c.GetS57AttributeType(u"COLOUR", type) ? "known" : "unknown") + "\n";
         }
     }
     EXPECT_EQ(report, vltest::ReadFile(failures + "report.txt"));
