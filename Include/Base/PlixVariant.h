@@ -21,6 +21,8 @@ public:
     PlixVariant(double v) : m_type(Double), m_double(v) {}
     PlixVariant(const PlixUnicodeString& v) : m_type(String), m_string(v) {}
     PlixVariant(const char* utf8) : m_type(String), m_string(utf8) {}
+    // Without it a UTF-16 literal would convert to bool.
+    PlixVariant(const char16_t* text) : m_type(String), m_string(text) {}
 
     Type GetType() const { return m_type; }
     bool IsNull() const { return m_type == Null; }

@@ -111,8 +111,11 @@ std::string Describe(const std::string& kind, const std::string& text) {
     const std::string out = std::to_string(v.GetType()) + " " + std::to_string(v.ToInt()) + " " +
                             std::to_string(v.ToLong()) + " " + Dbl(v.ToDouble()) + " [" +
                             v.ToString().ToUtf8() + "]";
+    // Equal only to a value of the same type and content.
+    const bool equal = v == PlixVariant(v) && !(v == PlixVariant(u"\u2400"));
     v.Clear();
-    return out + (v.IsNull() && v == PlixVariant() ? "" : " not cleared");
+    return out + (v.IsNull() && v == PlixVariant() ? "" : " not cleared") +
+           (equal ? "" : " equality broken");
 }
 
 // Runs the operations on the array 0..size-1: "<last value returned>:<elements>,g<grow step>".
@@ -403,4 +406,7 @@ TEST(KGCoordSys, RoundTripsReplaceTheWholeObjectAndForeignTextIsRefused) {
     }
     EXPECT_TRUE(prj.FromXML("<PrjCoordSys type=\"32650\"/>") && prj.GetTypeID() == 32650 &&
                 prj.GetName().IsEmpty() && prj.GetGeoCoordSys() == KGC::KGGeoCoordSys());
+    geo = KGC::KGGeoCoordSys();
+    geo.SetName("named");
+    EXPECT_FALSE(geo == KGC::KGGeoCoordSys());  // the same type, another name
 }
