@@ -62,6 +62,11 @@ public:
     PLIX::PlixUnicodeString GetColorTableAbsolutePath(KGS52ColorMode mode,
                                                       const PLIX::PlixUnicodeString& styleName);
 
+    // The style's symbol library file, the "SymbolLibrary" element after its colour tables;
+    // empty when the style names none (files written before it existed).
+    PLIX::PlixUnicodeString GetSymbolLibrary(const PLIX::PlixUnicodeString& styleName);
+    PLIX::PlixUnicodeString GetSymbolLibraryAbsolutePath(const PLIX::PlixUnicodeString& styleName);
+
     PLIX::PlixUnicodeString GetDictFile(const PLIX::PlixUnicodeString& elementName);
 
     PLIX::PlixUnicodeString GetS57ObjectDictFile();
@@ -117,6 +122,11 @@ public:
                                 const PLIX::PlixUnicodeString& styleName, unsigned char edgeType);
     bool SetColorTable(const PLIX::PlixUnicodeString& path,
                        const PLIX::PlixUnicodeString& styleName, KGS52ColorMode mode);
+    // Unlike the other setters, this one creates the element when the style lacks it (a file
+    // written before symbol libraries, or a style from AddNewStyle, which adds none): it goes
+    // right after "ColorTables", or last in the style when there is no such element.
+    bool SetSymbolLibrary(const PLIX::PlixUnicodeString& path,
+                          const PLIX::PlixUnicodeString& styleName);
     bool ModifyDictFile(const PLIX::PlixUnicodeString& elementName,
                         const PLIX::PlixUnicodeString& path);
     bool ModifyS57ObjectDictFile(const PLIX::PlixUnicodeString& path);

@@ -218,6 +218,21 @@ PlixUnicodeString KGChartEnvironment::GetColorTableAbsolutePath(
     return GetAbsolutPath(GetColorTable(mode, styleName));
 }
 
+PlixUnicodeString KGChartEnvironment::GetSymbolLibrary(const PlixUnicodeString& styleName) {
+    TopGuard guard(*m_document);
+    KGMarkup& doc = *m_document;
+    if (!ToDisplayNode() || !FindStyle(doc, styleName) || !doc.IntoElem() ||
+        !doc.FindElem(u"SymbolLibrary")) {
+        return PlixUnicodeString();
+    }
+    return doc.GetData();
+}
+
+PlixUnicodeString KGChartEnvironment::GetSymbolLibraryAbsolutePath(
+    const PlixUnicodeString& styleName) {
+    return GetAbsolutPath(GetSymbolLibrary(styleName));
+}
+
 PlixUnicodeString KGChartEnvironment::GetDictFile(const PlixUnicodeString& elementName) {
     if (elementName.IsEmpty()) return PlixUnicodeString();
     TopGuard guard(*m_document);
@@ -354,6 +369,23 @@ bool KGChartEnvironment::SetColorTable(const PlixUnicodeString& path,
     TopGuard guard(*m_document);
     if (!ToColorTableNode(styleName, mode)) return false;
     return StoreAndSave(*m_document, ModifyFilePath(path), m_settingsPath);
+}
+
+bool KGChartEnvironment::SetSymbolLibrary(const PlixUnicodeString& path,
+                                          const PlixUnicodeString& styleName) {
+    if (styleName.IsEmpty() || !m_document->IsWellFormed()) return false;
+    TopGuard guard(*m_document);
+    KGMarkup& doc = *m_document;
+    if (!ToDisplayNode() || !FindStyle(doc, styleName) || !doc.IntoElem()) return false;
+    if (!doc.FindElem(u"SymbolLibrary")) {
+        doc.ResetMainPos();
+        if (!doc.FindElem(u"ColorTables")) {
+            while (doc.FindElem()) {
+            }
+        }
+        if (!doc.AddElem(u"SymbolLibrary")) return false;
+    }
+    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::ModifyDictFile(const PlixUnicodeString& elementName,

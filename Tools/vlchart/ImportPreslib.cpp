@@ -1,6 +1,7 @@
 // vlchart import-preslib: the look-up and colour tables of the S-52 presentation library,
 // read from its exchange file and written in our own formats, then named in the settings
 // file as a display style.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <filesystem>
@@ -8,6 +9,7 @@
 
 #include "Base/KGFile.h"
 #include "Base/KGMarkup.h"
+#include "ChartBase/KGChartSymbolLibrary.h"
 #include "ImportText.h"
 #include "Output.h"
 #include "PreslibReader.h"
@@ -109,6 +111,88 @@ void WriteColours(const PreslibColourTable& table, const std::string& path) {
     }
 }
 
+// The symbol library's sections: record type, element, the kind's name in the summary.
+struct SymbolKind {
+    const char* type;
+    const char16_t* element;
+    const char* label;
+};
+constexpr SymbolKind kSymbolKinds[] = {{"SYMB", u"Symbol", "symbols"},
+                                       {"LNST", u"LineStyle", "line styles"},
+                                       {"PATT", u"Pattern", "patterns"}};
+constexpr char kSymbolFile[] = "Symbols/SymbolLibrary.xml";
+
+struct SymbolCount {
+    int names = 0;
+    int vector = 0;
+    int raster = 0;
+};
+
+struct UnknownCommands {
+    std::string name;
+    std::string kind;
+    int count;
+};
+
+// Writes the symbols, line styles and patterns, each name once with its definitions (the
+// vector one first); counts them, and the vector commands the library would not know.
+std::vector<SymbolCount> WriteSymbols(const Preslib& library, const std::string& path,
+                                      std::vector<UnknownCommands>& unknown) {
+    KGC::KGMarkup doc;
+    bool ok = doc.AddElem(u"SymbolLibrary") && doc.IntoElem();
+    std::vector<SymbolCount> counts;
+    for (const SymbolKind& kind : kSymbolKinds) {
+        counts.emplace_back();
+        const auto found = library.symbols.find(kind.type);
+        if (found == library.symbols.end()) continue;
+        for (const auto& entry : found->second) {
+            const PreslibSymbol& symbol = entry.second;
+            ++counts.back().names;
+            ok = ok && doc.AddElem(kind.element) && doc.SetAttrib(u"name", Utf16(symbol.name));
+            if (!symbol.fill.empty()) {
+                ok = ok && doc.SetAttrib(u"fill", Utf16(symbol.fill)) &&
+                     doc.SetAttrib(u"spacing", Utf16(symbol.spacing)) &&
+                     doc.SetAttrib(u"minDistance", symbol.minDistance) &&
+                     doc.SetAttrib(u"maxDistance", symbol.maxDistance);
+            }
+            ok = ok && doc.AddChildElem(u"Description", Utf16(symbol.description));
+            std::vector<const PreslibDefinition*> definitions;
+            for (const auto& def : symbol.definitions) definitions.push_back(&def);
+            std::stable_sort(definitions.begin(), definitions.end(),
+                             [](auto* a, auto* b) { return a->type == 'V' && b->type != 'V'; });
+            int bad = 0;
+            for (const PreslibDefinition* def : definitions) {
+                ++(def->type == 'V' ? counts.back().vector : counts.back().raster);
+                const std::pair<const char16_t*, int> numbers[] = {
+                    {u"pivotCol", def->pivotCol}, {u"pivotRow", def->pivotRow},
+                    {u"boxCol", def->boxCol},     {u"boxRow", def->boxRow},
+                    {u"boxWidth", def->boxWidth}, {u"boxHeight", def->boxHeight}};
+                ok = ok && doc.AddChildElem(u"Definition") &&
+                     doc.SetChildAttrib(u"type", def->type == 'V' ? u"vector" : u"raster");
+                for (const auto& n : numbers) ok = ok && doc.SetChildAttrib(n.first, n.second);
+                ok = ok && doc.IntoElem();
+                for (const auto& colour : def->colours) {
+                    ok = ok && doc.AddChildElem(u"Colour") &&
+                         doc.SetChildAttrib(u"letter", Utf16(std::string(1, colour.first))) &&
+                         doc.SetChildAttrib(u"token", Utf16(colour.second));
+                }
+                if (def->type == 'V') {
+                    ok = ok && doc.AddChildElem(u"Vector", Utf16(def->vector));
+                    PLIX::PlixArray<KGC::KGChartSymbolCommand> commands;
+                    bad += KGC::KGChartSymbolLibrary::ParseCommands(Utf16(def->vector), commands);
+                }
+                for (const auto& row : def->rows) ok = ok && doc.AddChildElem(u"Row", Utf16(row));
+                ok = ok && doc.OutOfElem();
+            }
+            if (bad > 0) unknown.push_back({symbol.name, kind.label, bad});
+        }
+    }
+    if (!ok || !doc.Save(Utf16(path))) {
+        throw ToolError(kExitUsage, path + ": cannot write: " + Utf8(doc.GetError()));
+    }
+    return counts;
+}
+
 // The default environment of the library, whatever --home and VLCHART_HOME say: the
 // dictionaries a new home starts with.
 std::string DefaultHome() {
@@ -119,7 +203,8 @@ std::string DefaultHome() {
 // needed. files: point simplified, point paper chart, line, area plain, area symbolized.
 void SetStyle(Session& session, const std::string& name, KGC::KGChartDisplayStyleType type,
               const std::vector<std::string>& lookups,
-              const std::map<KGC::KGS52ColorMode, std::string>& colours) {
+              const std::map<KGC::KGS52ColorMode, std::string>& colours,
+              const std::string& symbols) {
     auto& env = session.Environment();
     const PlixUnicodeString style = Utf16(name);
     auto set = [&]() {
@@ -138,7 +223,7 @@ void SetStyle(Session& session, const std::string& name, KGC::KGChartDisplayStyl
             }
             ok = ok && env.SetColorTable(Utf16(colour.second), style, colour.first);
         }
-        return ok;
+        return ok && env.SetSymbolLibrary(Utf16(symbols), style);
     };
     // An existing style of this type keeps its place; one of another type or with missing
     // elements is built afresh.
@@ -157,7 +242,8 @@ int Import(Session& session, const PreslibOptions& options) {
 
     std::string out = options.out.empty() ? session.Home() + options.style : options.out;
     std::error_code ec;
-    for (const char* sub : {"Lookup", "Colors"}) fs::create_directories(fs::path(out) / sub, ec);
+    for (const char* sub : {"Lookup", "Colors", "Symbols"})
+        fs::create_directories(fs::path(out) / sub, ec);
     if (ec) throw ToolError(kExitUsage, out + ": cannot create: " + ec.message());
     out = fs::canonical(out, ec).string() + "/";
 
@@ -191,6 +277,26 @@ int Import(Session& session, const PreslibOptions& options) {
                               {"file", written ? Json(file->second.file) : Json(nullptr)}});
     }
 
+    std::vector<UnknownCommands> unknown;
+    const std::vector<SymbolCount> symbolCounts = WriteSymbols(library, out + kSymbolFile, unknown);
+    Json symbolJson = {{"file", kSymbolFile}};
+    Table symbolText(4);
+    for (size_t i = 0; i < symbolCounts.size(); ++i) {
+        const SymbolCount& c = symbolCounts[i];
+        symbolText.Row(
+            {kSymbolKinds[i].label, Count(c.names, "name"),
+             std::to_string(c.vector) + " vector, " + std::to_string(c.raster) + " raster"});
+        symbolJson[kSymbolKinds[i].type] = {
+            {"names", c.names}, {"vector", c.vector}, {"raster", c.raster}};
+    }
+    Json unknownJson = Json::array();
+    Table unknownText(4);
+    for (const auto& u : unknown) {
+        unknownJson.push_back({{"name", u.name}, {"kind", u.kind}, {"commands", u.count}});
+        unknownText.Row({u.name, u.kind, Count(u.count, "command")});
+    }
+    symbolJson["unknownCommands"] = unknownJson;
+
     if (!KGC::KGFile::IsExist(Utf16(session.SettingsPath())) &&
         !KGC::KGChartEnvironment::CreateSettingsFile(Utf16(session.SettingsPath()),
                                                      Utf16(DefaultHome() + "Dictionary/"))) {
@@ -201,9 +307,10 @@ int Import(Session& session, const PreslibOptions& options) {
     }
     Json styles = Json::array();
     styles.push_back({{"name", options.style}, {"type", "ENC"}});
-    SetStyle(session, options.style, KGChartDisplayStyle::ENC, lookups, colours);
+    SetStyle(session, options.style, KGChartDisplayStyle::ENC, lookups, colours, out + kSymbolFile);
     if (!options.paper.empty()) {
-        SetStyle(session, options.paper, KGChartDisplayStyle::PaperChart, lookups, colours);
+        SetStyle(session, options.paper, KGChartDisplayStyle::PaperChart, lookups, colours,
+                 out + kSymbolFile);
         styles.push_back({{"name", options.paper}, {"type", "PaperChart"}});
     }
 
@@ -227,6 +334,7 @@ int Import(Session& session, const PreslibOptions& options) {
                               {"styles", styles},
                               {"lookupTables", lookupJson},
                               {"colourTables", colourJson},
+                              {"symbolLibrary", symbolJson},
                               {"skippedRecords", skipped},
                               {"malformedRecords", malformed}});
         return status;
@@ -238,6 +346,10 @@ int Import(Session& session, const PreslibOptions& options) {
     lookupText.Write(std::cout);
     std::cout << "\nColour tables (colours):\n";
     colourText.Write(std::cout);
+    std::cout << "\nSymbol library (" << kSymbolFile << "):\n";
+    symbolText.Write(std::cout);
+    std::cout << "\nUnknown vector commands, left out (" << unknown.size() << " records):\n";
+    unknownText.Write(std::cout);
     std::cout << "\nSkipped record types (records):\n";
     if (skippedText.Empty()) std::cout << "    none\n";
     skippedText.Write(std::cout);
@@ -252,8 +364,8 @@ void RegisterImportPreslib(CLI::App& app, Commands& commands) {
     auto options = std::make_shared<PreslibOptions>();
     CLI::App* command = app.add_subcommand(
         "import-preslib",
-        "import the look-up and colour tables of the S-52 presentation library from its "
-        "exchange file (editions 3.x and 4.0) as a display style");
+        "import the look-up and colour tables and the symbol library of the S-52 presentation "
+        "library from its exchange file (editions 3.x and 4.0) as a display style");
     command->add_option("FILE", options->file, "the exchange file (e.g. S52RAZDS.RLE)")->required();
     command->add_option("--style", options->style, "name of the ENC style to store")->required();
     command->add_option("--out", options->out,

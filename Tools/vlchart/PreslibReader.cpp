@@ -1,6 +1,7 @@
 // Reading the presentation library's exchange text: records of fixed-width field lines.
 #include "PreslibReader.h"
 
+#include <array>
 #include <charconv>
 
 #include "ImportText.h"
@@ -159,6 +160,87 @@ void ReadLookup(const Record& record, bool utf8, Preslib& library) {
     library.lookups[table].push_back(std::move(entry));
 }
 
+int FixedNumber(const Field& field, const std::string& text, size_t at) {
+    const std::string digits = text.substr(at, 5);
+    // A negative number keeps the width: "-0002".
+    const size_t sign = !digits.empty() && digits[0] == '-' ? 1 : 0;
+    if (digits.size() != 5 || !AllOf(digits.substr(sign), IsDigit)) {
+        throw Fault(field.line, field.tag + ": '" + digits + "' at column " +
+                                    std::to_string(at + 1) + " is not a 5-digit number");
+    }
+    return std::stoi(digits);
+}
+
+// SYMD: name, type, six numbers; LIND: name, six numbers; PATD: name, type, fill, spacing,
+// minimum and maximum distance, six numbers. The six: pivot column and row, box width and
+// height, box column and row.
+PreslibDefinition ReadHead(const Field& field, PreslibSymbol& symbol) {
+    const std::string head = field.Units().front();
+    const bool line = field.tag == "LIND";
+    const bool pattern = field.tag == "PATD";
+    const size_t numbers = line ? 8 : pattern ? 25 : 9;
+    if (head.size() != numbers + 30) {
+        throw Fault(field.line, field.tag + ": '" + head + "' is not a definition head");
+    }
+    symbol.name = head.substr(0, 8);
+    PreslibDefinition def;
+    def.type = line ? 'V' : head[8];
+    if (def.type != 'V' && def.type != 'R') {
+        throw Fault(field.line,
+                    field.tag + ": type '" + head.substr(8, 1) + "' is neither V nor R");
+    }
+    if (pattern) {
+        symbol.fill = head.substr(9, 3);
+        symbol.spacing = head.substr(12, 3);
+        symbol.minDistance = FixedNumber(field, head, 15);
+        symbol.maxDistance = FixedNumber(field, head, 20);
+    }
+    int* targets[] = {&def.pivotCol,  &def.pivotRow, &def.boxWidth,
+                      &def.boxHeight, &def.boxCol,   &def.boxRow};
+    for (size_t i = 0; i < 6; ++i) *targets[i] = FixedNumber(field, head, numbers + 5 * i);
+    return def;
+}
+
+void ReadSymbol(const Record& record, bool utf8, Preslib& library) {
+    // Per record type: the definition, description, colour, vector and bitmap fields.
+    static const std::map<std::string, std::array<const char*, 5>> kTags = {
+        {"SYMB", {"SYMD", "SXPO", "SCRF", "SVCT", "SBTM"}},
+        {"LNST", {"LIND", "LXPO", "LCRF", "LVCT", ""}},
+        {"PATT", {"PATD", "PXPO", "PCRF", "PVCT", "PBTM"}}};
+    const std::string& type = record.fields.front().tag;
+    const auto& tags = kTags.at(type);
+    const Field* head = record.Find(tags[0]);
+    if (head == nullptr) throw Fault(record.line, type + " record without " + tags[0]);
+    PreslibSymbol read;
+    PreslibDefinition def = ReadHead(*head, read);
+    for (const auto& field : record.fields) {
+        const std::string data = field.Units().front();
+        if (field.tag == tags[1]) {
+            read.description = Text(data, utf8);
+        } else if (field.tag == tags[2]) {
+            if (data.size() % 6 != 0) {
+                throw Fault(field.line, field.tag + ": '" + data + "' is not letters and tokens");
+            }
+            for (size_t i = 0; i < data.size(); i += 6)
+                def.colours.emplace_back(data[i], data.substr(i + 1, 5));
+        } else if (field.tag == tags[3]) {
+            def.vector += data;
+        } else if (field.tag == tags[4]) {
+            def.rows.push_back(data);
+        }
+    }
+    PreslibSymbol& symbol = library.symbols[type][read.name];
+    for (const auto& other : symbol.definitions) {
+        if (other.type == def.type) {
+            throw Fault(head->line, type + " " + read.name + ": a second " +
+                                        (def.type == 'V' ? "vector" : "raster") + " definition");
+        }
+    }
+    // The first definition of a name gives the record its description (and pattern fill).
+    if (symbol.definitions.empty()) symbol = std::move(read);
+    symbol.definitions.push_back(std::move(def));
+}
+
 void Interpret(const Record& record, bool utf8, Preslib& library) {
     if (record.problem.line != 0) throw Fault(record.problem.line, record.problem.message);
     if (record.fields.empty()) throw Fault(record.line, "empty record");
@@ -167,6 +249,8 @@ void Interpret(const Record& record, bool utf8, Preslib& library) {
         ReadLookup(record, utf8, library);
     } else if (type == "COLS") {
         ReadColours(record, library);
+    } else if (type == "SYMB" || type == "LNST" || type == "PATT") {
+        ReadSymbol(record, utf8, library);
     } else {
         ++library.skipped[type];
     }
