@@ -53,7 +53,7 @@ struct KGChartSymbolColour {
 
 // One definition of a record. A vector definition's pivot and box are in 0.01 mm; a raster
 // definition's in pixels, its bitmap covering the box.
-struct KGChartSymbolDefinition {
+struct VLCHARTBASE_API KGChartSymbolDefinition {
     bool raster = false;
     int pivotCol = 0;
     int pivotRow = 0;

@@ -8,6 +8,7 @@
 #include "Base/KGMarkup.h"
 #include "ChartBase/KGChartColorTable.h"
 #include "ChartBase/KGChartLookupTable.h"
+#include "ChartBase/KGChartSymbolLibrary.h"
 #include "ChartBase/KGS57Dictionary.h"
 #include "Output.h"
 #include "Tool.h"
@@ -21,9 +22,9 @@ namespace {
 
 // The kinds, in the order the summary lists them.
 const char* const kKinds[] = {
-    "unreadable-file",      "dropped-entry",     "short-entry", "rejected-instruction",
-    "unknown-colour",       "unknown-attribute", "split-run",   "unknown-object",
-    "bad-dictionary-record"};
+    "unreadable-file", "dropped-entry",        "short-entry", "rejected-instruction",
+    "unknown-colour",  "unknown-attribute",    "split-run",   "unknown-object",
+    "unknown-symbol",  "bad-dictionary-record"};
 
 struct Finding {
     std::string kind;
@@ -162,8 +163,32 @@ struct LookupFile {
     int kind;  // 0 point, 1 line, 2 area
 };
 
+// The style's symbol library; null when the style names none or it cannot be read (a finding).
+std::unique_ptr<KGC::KGChartSymbolLibrary> CheckSymbolLibrary(Session& session,
+                                                              const PlixUnicodeString& style,
+                                                              Findings& findings) {
+    const std::string file = Utf8(session.Environment().GetSymbolLibraryAbsolutePath(style));
+    if (file.empty()) return nullptr;
+    auto library = std::make_unique<KGC::KGChartSymbolLibrary>();
+    if (!library->Load(Utf16(file))) {
+        findings.Add(
+            {"unreadable-file", file, 0, "", "symbol library: " + Utf8(library->GetError())});
+        return nullptr;
+    }
+    return library;
+}
+
+bool Defines(const KGC::KGChartSymbolLibrary& library, const PlixUnicodeString& name) {
+    for (auto kind : {KGC::KGChartSymbolKind::Symbol, KGC::KGChartSymbolKind::LineStyle,
+                      KGC::KGChartSymbolKind::Pattern}) {
+        if (library.Find(kind, name) != nullptr) return true;
+    }
+    return false;
+}
+
 void CheckLookupTable(const LookupFile& lookup, const std::vector<ColourTable>& colours,
-                      const Dictionaries& dictionaries, Findings& findings) {
+                      const Dictionaries& dictionaries, const KGC::KGChartSymbolLibrary* symbols,
+                      Findings& findings) {
     KGChartLookupTable table;
     KGChartLookupLoadReport report;
     table.SetLoadReport(&report);
@@ -215,6 +240,12 @@ void CheckLookupTable(const LookupFile& lookup, const std::vector<ColourTable>& 
                 local.AddNamed(
                     "unknown-attribute", lookup.file, entry.line, Utf8(attribute),
                     "attribute " + Utf8(attribute) + " is not in the attribute dictionary");
+            }
+        }
+        for (const auto& name : entry.symbols) {
+            if (symbols != nullptr && !Defines(*symbols, name)) {
+                local.AddNamed("unknown-symbol", lookup.file, entry.line, Utf8(name),
+                               Utf8(name) + " is not in the style's symbol library");
             }
         }
         for (const auto& token : entry.colours) {
@@ -271,8 +302,9 @@ int Run(Session& session) {
         registry->GetArrayS57Attribute(attributes);
         CheckRecords(attributes, Utf8(registry->GetAttributeDictPath()), "attribute", findings);
     }
+    const auto symbols = CheckSymbolLibrary(session, style, findings);
     for (const LookupFile& f : LookupFiles(session, style))
-        CheckLookupTable(f, colours, dictionaries, findings);
+        CheckLookupTable(f, colours, dictionaries, symbols.get(), findings);
 
     std::map<std::string, int> counts;
     for (const auto& f : findings.All()) ++counts[f.kind];

@@ -34,8 +34,8 @@ std::string ModeName(KGC::KGS52ColorMode mode) {
     return Utf8(KGChartColorMode::GetColorModeName(mode));
 }
 
-// The style's table of that mode, loaded; a ToolError (kExitFound) when it is not set or
-// cannot be read.
+}  // namespace
+
 KGChartColorTable LoadTable(Session& session, const PlixUnicodeString& style,
                             KGC::KGS52ColorMode mode, std::string& file) {
     file = Utf8(session.Environment().GetColorTableAbsolutePath(mode, style));
@@ -49,6 +49,8 @@ KGChartColorTable LoadTable(Session& session, const PlixUnicodeString& style,
     }
     return table;
 }
+
+namespace {
 
 Json ColourJson(const std::string& token, PLIX::PLIXCOLOR c) {
     const int r = PLIX::PLIXGetR(c), g = PLIX::PLIXGetG(c), b = PLIX::PLIXGetB(c);

@@ -63,6 +63,7 @@ void StyleFiles(Report& report, KGChartEnvironment& env, const PlixUnicodeString
         report.File("colours, " + Utf8(KGChartColorMode::GetColorModeName(mode)),
                     env.GetColorTableAbsolutePath(mode, name));
     }
+    report.File("symbol library", env.GetSymbolLibraryAbsolutePath(name));
 }
 
 int Run(Session& session) {

@@ -1,5 +1,5 @@
-// vlchart style list|add|remove|set-table|set-color: the styles of the settings file, edited
-// through the chart environment so that the file is written as the library writes it.
+// vlchart style list|add|remove|set-table|set-color|set-symbols: the styles of the settings file,
+// edited through the chart environment so that the file is written as the library writes it.
 #include <iostream>
 
 #include "Base/PlixArray.h"
@@ -109,6 +109,12 @@ int SetColour(Session& session, const StyleOptions& o) {
                  "set the " + o.mode + " colour table of " + Utf8(name) + " to " + o.path);
 }
 
+int SetSymbols(Session& session, const StyleOptions& o) {
+    const PlixUnicodeString name = Existing(session, o.name);
+    return Saved(session, session.Environment().SetSymbolLibrary(Utf16(o.path), name),
+                 "set the symbol library of " + Utf8(name) + " to " + o.path);
+}
+
 }  // namespace
 
 void RegisterStyles(CLI::App& app, Commands& commands) {
@@ -147,6 +153,12 @@ void RegisterStyles(CLI::App& app, Commands& commands) {
     colour->add_option("--mode", o->mode, "DayBright (default), Dusk or Night")
         ->transform(CLI::IsMember({"DayBright", "Dusk", "Night"}, CLI::ignore_case));
     commands.Add(colour, [o](Session& s) { return SetColour(s, *o); });
+
+    CLI::App* symbols =
+        style->add_subcommand("set-symbols", "set the symbol library file of a style");
+    symbols->add_option("NAME", o->name, "style name")->required();
+    symbols->add_option("PATH", o->path, "the symbol library file")->required();
+    commands.Add(symbols, [o](Session& s) { return SetSymbols(s, *o); });
 }
 
 }  // namespace vlchart

@@ -11,6 +11,7 @@
 
 #include "Base/KGLogFile.h"
 #include "Base/PlixUnicodeString.h"
+#include "ChartBase/KGChartColorTable.h"
 #include "ChartBase/KGChartEnvironment.h"
 
 namespace vlchart {
@@ -92,8 +93,14 @@ void RegisterLookup(CLI::App& app, Commands& commands);
 void RegisterColours(CLI::App& app, Commands& commands);
 void RegisterCatalogue(CLI::App& app, Commands& commands);
 void RegisterStyles(CLI::App& app, Commands& commands);
+void RegisterSymbols(CLI::App& app, Commands& commands);
 void RegisterImportPreslib(CLI::App& app, Commands& commands);
 void RegisterImportS57(CLI::App& app, Commands& commands);
+
+// The style's colour table of that mode, loaded, its path in file; a ToolError (kExitFound)
+// when it is not set or cannot be read.
+KGC::KGChartColorTable LoadTable(Session& session, const PLIX::PlixUnicodeString& style,
+                                 KGC::KGS52ColorMode mode, std::string& file);
 
 // Text helpers.
 std::string Utf8(const PLIX::PlixUnicodeString& text);

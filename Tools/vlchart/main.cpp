@@ -29,7 +29,7 @@ std::string UnknownCommand(const CLI::App& app, int argc, char** argv) {
 int main(int argc, char** argv) {
     CLI::App app{
         "vlchart - inspect, check and edit a chart presentation environment (settings file, "
-        "look-up and colour tables, S-57 dictionaries)"};
+        "look-up and colour tables, symbol library, S-57 dictionaries)"};
     app.require_subcommand(1);
     // Options of the tool stay valid after the command name.
     app.fallthrough();
@@ -49,6 +49,7 @@ int main(int argc, char** argv) {
     vlchart::RegisterColours(app, commands);
     vlchart::RegisterCatalogue(app, commands);
     vlchart::RegisterStyles(app, commands);
+    vlchart::RegisterSymbols(app, commands);
     vlchart::RegisterImportPreslib(app, commands);
     vlchart::RegisterImportS57(app, commands);
 
