@@ -47,11 +47,7 @@ public:
 
     // Draws the record's picture definition into the main element of the document.
     void Draw(const KGChartSymbolRecord& record) {
-        if (record.definitions.IsEmpty() ||
-            std::find(m_drawing.begin(), m_drawing.end(), &record) != m_drawing.end() ||
-            m_drawing.size() >= kMaxNesting) {
-            return;
-        }
+        if (record.definitions.IsEmpty()) return;
         m_drawing.push_back(&record);
         const KGChartSymbolDefinition& def = record.definitions[0];
         if (def.raster) {
@@ -195,7 +191,10 @@ private:
 
     void DrawNested(const KGChartSymbolCommand& c, const Point& at) {
         const KGChartSymbolRecord* nested = m_library.Find(KGChartSymbolKind::Symbol, c.name);
-        if (nested == nullptr || nested->definitions.IsEmpty()) return;
+        if (nested == nullptr || nested->definitions.IsEmpty() || m_drawing.size() >= kMaxNesting ||
+            std::find(m_drawing.begin(), m_drawing.end(), nested) != m_drawing.end()) {
+            return;  // a symbol that names itself, at any depth, is drawn once
+        }
         const KGChartSymbolDefinition& def = nested->definitions[0];
         std::string transform = "translate(" + Num(at.col) + "," + Num(at.row) + ")";
         if (c.value != 0) transform += " rotate(" + Num(c.value) + ")";

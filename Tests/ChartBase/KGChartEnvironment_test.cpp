@@ -61,6 +61,7 @@ protected:
         if (q == "Color") return U8(env.GetColorTable(mode, arg));
         if (q == "ColorAbs") return U8(env.GetColorTableAbsolutePath(mode, arg));
         if (q == "Dict") return U8(env.GetDictFile(arg));
+        if (q == "Symbols") return U8(env.GetSymbolLibraryAbsolutePath(arg));
         if (q == "Type") return std::to_string(env.GetStyleType(arg));
         if (q == "Node")  // each step starts from the top, wherever the one before stopped
             return env.ToLookupTableNode(arg, type) && env.ToDictionaryNode() && env.ToDisplayNode()
@@ -107,6 +108,7 @@ protected:
         if (e == "SetArea") return env.SetAreaLookupTableFile(path, arg, flag);
         if (e == "SetColor") return env.SetColorTable(path, arg, KGC::KGS52ColorMode(flag));
         if (e == "ModDict") return env.ModifyDictFile(arg, path);
+        if (e == "SetSymbols") return env.SetSymbolLibrary(path, arg);
         if (e == "ModObject") return env.ModifyS57ObjectDictFile(path);
         if (e == "ModAttribute") return env.ModifyS57AttributeDictFile(path);
         if (e == "ModAgency") return env.ModifyAgencyDictFile(path);

@@ -36,9 +36,9 @@ std::vector<std::string> With(std::vector<std::string> files,
 }
 
 const std::vector<std::string> kImported =
-    With(kLookups,
-         {"Colors/DayBright.xml", "Colors/Dusk.xml", "Colors/Night.xml",
-          "Dictionary/S57Objects.xml", "Dictionary/S57Attributes.xml", "Dictionary/Agencies.xml"});
+    With(kLookups, {"Colors/DayBright.xml", "Colors/Dusk.xml", "Colors/Night.xml",
+                    "Symbols/SymbolLibrary.xml", "Dictionary/S57Objects.xml",
+                    "Dictionary/S57Attributes.xml", "Dictionary/Agencies.xml"});
 
 const char kPreslib[] =
     "@VLCHART@ --home @HOME@ import-preslib @IN@edition4.dai --style S52 --paper Paper "

@@ -72,7 +72,8 @@ TEST(Vlchart, StyleEditsAndThePaletteAreWrittenWhole) {
     const std::string home = fs::canonical(copy.Path()).string() + "/";
     RunCases("editing.txt", home);
     ExpectSameAsFile(vltest::ReadFile(home + "ChartConfig.xml"), "edited-ChartConfig.xml");
-    ExpectSameAsFile(vltest::ReadFile(home + "palette.svg"), "palette.svg");
+    for (const char* picture : {"palette.svg", "line.svg", "gallery.svg"})
+        ExpectSameAsFile(vltest::ReadFile(home + picture), picture);
 }
 
 using Finding = std::tuple<std::string, std::string, int, std::string>;
