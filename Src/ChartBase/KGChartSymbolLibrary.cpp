@@ -130,19 +130,20 @@ void ReadDefinition(KGMarkup& doc, KGChartSymbolDefinition& def) {
     def.boxRow = kgatoi(doc.GetAttrib(u"boxRow"));
     def.boxWidth = kgatoi(doc.GetAttrib(u"boxWidth"));
     def.boxHeight = kgatoi(doc.GetAttrib(u"boxHeight"));
+    // One pass per element name: asking for each child's tag name would convert every one of
+    // thousands of bitmap rows' names to compare it.
     doc.IntoElem();
-    while (doc.FindElem()) {
-        const PlixUnicodeString tag = doc.GetTagName();
-        if (tag == PlixUnicodeString(u"Colour")) {
-            const PlixUnicodeString letter = doc.GetAttrib(u"letter");
-            if (letter.GetLength() == 1) def.colours.Add({letter[0], doc.GetAttrib(u"token")});
-        } else if (tag == PlixUnicodeString(u"Row")) {
-            def.rows.Add(doc.GetData());
-        } else if (tag == PlixUnicodeString(u"Vector")) {
-            // Commands the importer reported as unknown are left out here too.
-            KGChartSymbolLibrary::ParseCommands(doc.GetData(), def.commands);
-        }
+    while (doc.FindElem(u"Colour")) {
+        const PlixUnicodeString letter = doc.GetAttrib(u"letter");
+        if (letter.GetLength() == 1) def.colours.Add({letter[0], doc.GetAttrib(u"token")});
     }
+    doc.ResetMainPos();
+    if (doc.FindElem(u"Vector")) {
+        // Commands the importer reported as unknown are left out here too.
+        KGChartSymbolLibrary::ParseCommands(doc.GetData(), def.commands);
+    }
+    doc.ResetMainPos();
+    while (doc.FindElem(u"Row")) def.rows.Add(doc.GetData());
     doc.OutOfElem();
 }
 

@@ -116,10 +116,12 @@ struct SymbolKind {
     const char* type;
     const char16_t* element;
     const char* label;
+    KGC::KGChartSymbolKind kind;
 };
-constexpr SymbolKind kSymbolKinds[] = {{"SYMB", u"Symbol", "symbols"},
-                                       {"LNST", u"LineStyle", "line styles"},
-                                       {"PATT", u"Pattern", "patterns"}};
+constexpr SymbolKind kSymbolKinds[] = {
+    {"SYMB", u"Symbol", "symbols", KGC::KGChartSymbolKind::Symbol},
+    {"LNST", u"LineStyle", "line styles", KGC::KGChartSymbolKind::LineStyle},
+    {"PATT", u"Pattern", "patterns", KGC::KGChartSymbolKind::Pattern}};
 constexpr char kSymbolFile[] = "Symbols/SymbolLibrary.xml";
 
 struct SymbolCount {
@@ -184,7 +186,10 @@ std::vector<SymbolCount> WriteSymbols(const Preslib& library, const std::string&
                 for (const auto& row : def->rows) ok = ok && doc.AddChildElem(u"Row", Utf16(row));
                 ok = ok && doc.OutOfElem();
             }
-            if (bad > 0) unknown.push_back({symbol.name, kind.label, bad});
+            if (bad > 0) {
+                unknown.push_back(
+                    {symbol.name, KGC::KGChartSymbolLibrary::GetKindName(kind.kind), bad});
+            }
         }
     }
     if (!ok || !doc.Save(Utf16(path))) {
@@ -348,7 +353,8 @@ int Import(Session& session, const PreslibOptions& options) {
     colourText.Write(std::cout);
     std::cout << "\nSymbol library (" << kSymbolFile << "):\n";
     symbolText.Write(std::cout);
-    std::cout << "\nUnknown vector commands, left out (" << unknown.size() << " records):\n";
+    std::cout << "\nUnknown vector commands, left out (" << Count(unknown.size(), "record")
+              << "):\n";
     unknownText.Write(std::cout);
     std::cout << "\nSkipped record types (records):\n";
     if (skippedText.Empty()) std::cout << "    none\n";
