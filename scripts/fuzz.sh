@@ -9,7 +9,7 @@ seconds=${1:-60}
 shift || true
 build=$root/out/fuzz
 cxx=$(command -v clang++ || command -v clang++-14 || true)
-if [ -z "$cxx" ] || ! echo 'int LLVMFuzzerTestOneInput(const char*, long){return 0;}' |
+if [ -z "$cxx" ] || ! echo 'extern "C" int LLVMFuzzerTestOneInput(const char*, unsigned long) { return 0; }' |
     "$cxx" -x c++ -fsanitize=fuzzer -o /dev/null - 2>/dev/null; then
   echo "fuzz: needs clang with libFuzzer (apt-get install clang-14 libclang-rt-14-dev)" >&2
   exit 1
