@@ -8,6 +8,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 seconds=${1:-60}
 shift || true
 build=$root/out/fuzz
+"$root/scripts/setup.sh" --fuzz
 cxx=$(command -v clang++ || command -v clang++-14 || true)
 if [ -z "$cxx" ] || ! echo 'extern "C" int LLVMFuzzerTestOneInput(const char*, unsigned long) { return 0; }' |
     "$cxx" -x c++ -fsanitize=fuzzer -o /dev/null - 2>/dev/null; then
