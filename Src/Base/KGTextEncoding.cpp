@@ -96,10 +96,18 @@ char32_t DecodeOne(const unsigned char* s, size_t left, size_t& length) {
     return cp;
 }
 
-bool IsKnownToIconv(const std::string& name) {
+// Known to iconv, and writing markup as ASCII: the declaration is found by reading the bytes
+// as ASCII, so an encoding that writes "<" otherwise (UTF-7, EBCDIC, UCS-4) would save a file
+// that cannot be read back.
+bool IsUsableIconvEncoding(const std::string& name) {
     Converter in("UTF-8", name.c_str());
     Converter out(name.c_str(), "UTF-8");
-    return in.IsOpen() && out.IsOpen();
+    if (!in.IsOpen() || !out.IsOpen()) return false;
+    static const std::string probe =
+        "<?xml version=\"1.0\" encoding='x-_.09AZaz'?>\n<a b=\"c\">&#x3B; [/]\t\r</a>";
+    std::string written;
+    size_t failedAt = 0;
+    return out.Append(probe.data(), probe.size(), written, failedAt) && written == probe;
 }
 
 // XML's rule for encoding names. iconv is more forgiving (it skips characters it does not
@@ -129,7 +137,7 @@ bool FromName(const std::string& declared, Encoding& encoding, std::string& erro
         encoding.name = encoding.form == Form::Utf16BE ? "UTF-16BE" : "UTF-16LE";
         return true;
     }
-    if (!IsKnownToIconv(declared)) {
+    if (!IsUsableIconvEncoding(declared)) {
         error = "unsupported encoding \"" + declared + "\"";
         return false;
     }
