@@ -87,7 +87,7 @@ void RemoveStaleTemporaries(const std::string& dir, const std::string& base) {
     const pid_t self = ::getpid();
     while (const dirent* entry = ::readdir(d)) {
         const std::string name = entry->d_name;
-        if (name.size() <= prefix.size() + 8 || name.compare(0, prefix.size(), prefix) != 0) {
+        if (name.size() < prefix.size() + 8 || name.compare(0, prefix.size(), prefix) != 0) {
             continue;
         }
         const std::string rest = name.substr(prefix.size());
