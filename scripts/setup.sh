@@ -10,6 +10,11 @@ packages=(
   locales
 )
 
+# scripts/fuzz.sh alone needs clang and its libFuzzer runtime: "setup.sh --fuzz" adds them.
+if [ "${1:-}" = "--fuzz" ]; then
+  packages+=(clang-14 libclang-rt-14-dev)
+fi
+
 missing=()
 for p in "${packages[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then

@@ -23,7 +23,8 @@ public:
 
     // Opens for reading (direction KGStreamRead); size is a hint for the read block (kept within
     // 64 KiB..4 MiB); charset 0 or 1 reads UTF-8 with an optional BOM, invalid bytes becoming
-    // U+FFFD.
+    // U+FFFD. Anything but a regular file (FIFO, device, socket, directory) and files over
+    // MaxFileSize are refused before a byte is read; GetError says why.
     bool Open(const PLIX::PlixUnicodeString& path, int direction, int size, int charset);
     // One line without its "\n" (a "\r" before it is kept); empty at end of file.
     PLIX::PlixUnicodeString ReadLine();
@@ -31,6 +32,10 @@ public:
     bool IsEOF();
     void Close();
     bool IsOpen() const { return m_file != nullptr; }
+    // Why the last Open failed; empty after a success.
+    const std::string& GetError() const { return m_error; }
+
+    static constexpr long long MaxFileSize = 64LL * 1024 * 1024;
 
 private:
     bool Fill();
@@ -41,6 +46,8 @@ private:
     size_t m_blockSize = 65536;
     bool m_fileEnd = true;
     bool m_firstBlock = true;
+    unsigned long long m_left = 0;
+    std::string m_error;
 };
 
 }  // namespace KGC

@@ -23,16 +23,25 @@ public:
     KGMarkup& operator=(const KGMarkup&) = delete;
     KGMarkup(KGMarkup&&) noexcept;
     KGMarkup& operator=(KGMarkup&&) noexcept;
+    // A copy of the document (its nodes, encoding, well-formedness and last error) with the
+    // cursor at the top: what an editor keeps to return to when a save fails. Out of memory
+    // gives a document that is not well formed.
+    KGMarkup Clone() const;
 
     // Reads a file: UTF-8 (with or without BOM), UTF-16 LE/BE with BOM, or any encoding named
     // in the XML declaration that iconv knows. DOCTYPE declarations, nesting deeper than
-    // MaxDepth and files over MaxFileSize are refused. On failure the document is empty.
+    // MaxDepth, files over MaxFileSize, anything but a regular file (a FIFO is refused without
+    // waiting for a writer) and ill-formed text in any encoding (UTF-8 and UTF-16 included;
+    // the error names the byte offset) are refused. On failure the document is empty.
     bool Load(const PLIX::PlixUnicodeString& path);
     // Writes atomically (temporary file in the same directory, flush, rename) in the encoding
     // the document was read in; a new document is written as UTF-8 with a declaration.
-    // On any failure returns false and leaves an existing file untouched.
+    // On any failure returns false and leaves an existing file untouched. Through a symbolic
+    // link the file it points to is written (a dangling link stays a link, its target is
+    // created); temporary files of earlier saves killed midway are removed.
     bool Save(const PLIX::PlixUnicodeString& path);
     // Replaces the document by the parsed text; an empty text gives an empty document (true).
+    // A lone surrogate in the text is refused.
     bool SetDoc(const PLIX::PlixUnicodeString& text);
     // The document text (no declaration is added; one read in is kept).
     PLIX::PlixUnicodeString GetDoc() const;

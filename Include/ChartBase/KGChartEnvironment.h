@@ -112,7 +112,11 @@ public:
     // The form a setter stores: "./" relative inside the module directory, forward slashes.
     PLIX::PlixUnicodeString ModifyFilePath(const PLIX::PlixUnicodeString& path);
 
-    // Every edit writes the whole settings file back at once.
+    // Every edit writes the whole settings file back at once, and is all or nothing: when the
+    // save fails (full disk, no permission) the edit returns false and the document in memory
+    // is left exactly as before, so that memory and file never disagree and a later edit does
+    // not save a failed one. This departs on purpose from the plain "change, then return what
+    // the save returned", which kept a failed change in memory.
     bool SetPointLookupTableFile(const PLIX::PlixUnicodeString& path,
                                  const PLIX::PlixUnicodeString& styleName,
                                  unsigned char symbolType);

@@ -4,6 +4,8 @@
 // Threads: value objects; one object is changed by one thread at a time.
 #pragma once
 
+#include <unordered_map>
+
 #include "Base/PlixArray.h"
 #include "Base/PlixUnicodeString.h"
 #include "ChartBase/KGS57Sequence.h"
@@ -37,9 +39,12 @@ public:
 
 private:
     int IndexOf(const PLIX::PlixUnicodeString& name) const;
+    void RebuildIndex();
 
     PLIX::PlixUnicodeString m_extInfoText;
     PLIX::PlixArray<KGS57Sequence> m_sequences;
+    // Folded name to the position of its first sequence, so that an add is not a scan.
+    std::unordered_map<PLIX::PlixUnicodeString, int> m_index;
 };
 
 }  // namespace KGC

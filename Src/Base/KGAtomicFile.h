@@ -33,8 +33,10 @@ std::string SystemError(const char* what, const std::string& subject);
 
 // Writes a temporary file beside path and renames it over path, so that readers see either the
 // old file or the new one, never a part of either. Through a symbolic link the file it points
-// to is replaced, not the link. False, with the reason in error and the old file untouched,
-// when any step fails.
+// to is replaced, not the link; a dangling link is kept and its target created. The temporary
+// file is named ".<name>.<pid>.XXXXXX"; a successful save removes the ones whose process no
+// longer runs (left by a writer killed mid-save). False, with the reason in error and the old
+// file untouched, when any step fails.
 bool WriteAtomically(const std::string& path, const std::string& bytes, std::string& error);
 
 }  // namespace KGC

@@ -1,9 +1,12 @@
 // Line-by-line reading of a text file in large blocks, UTF-8 with invalid bytes replaced.
 #include "Base/KGFileStdio.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include "Base/PlixTypes.h"
@@ -29,13 +32,31 @@ bool KGFileStdio::Open(const PLIX::PlixUnicodeString& path, int direction, int s
     if (direction != KGStreamRead) return false;
     if (charset != PLIX::PLIXCharset::Default && charset != PLIX::PLIXCharset::UTF8) return false;
     if (path.IsEmpty()) return false;
-    FILE* f = fopen(path.ToUtf8().c_str(), "rb");
-    if (f == nullptr) return false;
-    struct stat st;
-    if (fstat(fileno(f), &st) != 0 || S_ISDIR(st.st_mode)) {
-        fclose(f);
+    const std::string file = path.ToUtf8();
+    // Non-blocking, so that a FIFO is refused below instead of waiting for a writer.
+    const int fd = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (fd < 0) {
+        m_error = file + ": " + std::strerror(errno);
         return false;
     }
+    struct stat st {};
+    const char* refused = nullptr;
+    if (::fstat(fd, &st) != 0) {
+        refused = "cannot be examined";
+    } else if (!S_ISREG(st.st_mode)) {
+        // A device such as /dev/zero would be read forever.
+        refused = "is not a regular file";
+    } else if (st.st_size > MaxFileSize) {
+        refused = "is larger than the look-up table limit";
+    }
+    FILE* f = refused == nullptr ? ::fdopen(fd, "rb") : nullptr;
+    if (f == nullptr) {
+        m_error = file + " " + (refused ? refused : "cannot be read");
+        ::close(fd);
+        return false;
+    }
+    m_error.clear();
+    m_left = static_cast<unsigned long long>(MaxFileSize);
     m_file = f;
     m_blockSize = std::clamp(size > 0 ? static_cast<size_t>(size) : 0, kMinBlock, kMaxBlock);
     m_buffer.clear();
@@ -52,9 +73,12 @@ bool KGFileStdio::Fill() {
         m_pos = 0;
     }
     size_t old = m_buffer.size();
-    m_buffer.resize(old + m_blockSize);
-    size_t got = fread(&m_buffer[old], 1, m_blockSize, m_file);
+    // A file that grows while it is read still stops at the cap.
+    const size_t want = static_cast<size_t>(std::min<unsigned long long>(m_blockSize, m_left));
+    m_buffer.resize(old + want);
+    size_t got = want > 0 ? fread(&m_buffer[old], 1, want, m_file) : 0;
     m_buffer.resize(old + got);
+    m_left -= got;
     if (got < m_blockSize) m_fileEnd = true;
     if (m_firstBlock && (m_buffer.size() >= 3 || m_fileEnd)) {
         m_firstBlock = false;

@@ -355,6 +355,26 @@ KGMarkup::KGMarkup(const PlixUnicodeString& text) : KGMarkup() {
 
 KGMarkup::~KGMarkup() = default;
 
+KGMarkup KGMarkup::Clone() const {
+    KGMarkup copy;
+    Private& c = *copy.d;
+    const bool copied = Guarded(
+        [&] {
+            c.doc.reset(d->doc);
+            return true;
+        },
+        [] { return false; });
+    if (!copied) {
+        c.Fail("out of memory");
+        return copy;
+    }
+    c.ResetPos();
+    c.wellFormed = d->wellFormed;
+    c.error = d->error;
+    c.encoding = d->encoding;
+    return copy;
+}
+
 // The moved-from cursor is left an empty document, so that it stays usable.
 KGMarkup::KGMarkup(KGMarkup&& other) noexcept
     : d(std::exchange(other.d, std::make_unique<Private>())) {}
@@ -374,7 +394,9 @@ bool KGMarkup::Private::LoadFile(const PlixUnicodeString& path) {
         Private& p = *this;
         p.Clear();
         const std::string file = path.ToUtf8();
-        FileDescriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+        // Non-blocking, so that a FIFO in place of the file is refused below instead of
+        // waiting for a writer; on a regular file the flag changes nothing.
+        FileDescriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
         if (fd.Get() < 0) return p.Fail(SystemError("cannot open ", file));
         struct stat st {};
         if (::fstat(fd.Get(), &st) != 0) return p.Fail(SystemError("cannot read ", file));
@@ -402,12 +424,17 @@ bool KGMarkup::Private::LoadFile(const PlixUnicodeString& path) {
             return p.Fail(std::move(error));
         }
         if (enc.form == TextEncoding::Form::Utf8) {
+            if (!TextEncoding::CheckUtf8(buffer.get() + bomLength, got - bomLength, bomLength,
+                                         error)) {
+                return p.Fail(std::move(error));
+            }
             if (bomLength > 0)
                 std::memmove(buffer.get(), buffer.get() + bomLength, got - bomLength);
             return p.ParseOwned(std::move(buffer), got - bomLength, enc);
         }
         std::string utf8;
-        if (!TextEncoding::Decode(buffer.get() + bomLength, got - bomLength, enc, utf8, error)) {
+        if (!TextEncoding::Decode(buffer.get() + bomLength, got - bomLength, enc, utf8, error,
+                                  bomLength)) {
             return p.Fail(std::move(error));
         }
         buffer.reset();
@@ -461,6 +488,16 @@ bool KGMarkup::Private::ParseText(const PlixUnicodeString& text) {
         Private& p = *this;
         p.Clear();
         if (text.IsEmpty()) return true;
+        const std::u16string& units = text.Str();
+        for (size_t i = 0; i < units.size(); ++i) {
+            const char16_t u = units[i];
+            if (u >= 0xD800 && u <= 0xDBFF && i + 1 < units.size() && units[i + 1] >= 0xDC00 &&
+                units[i + 1] <= 0xDFFF) {
+                ++i;
+            } else if (u >= 0xD800 && u <= 0xDFFF) {
+                return p.Fail("invalid UTF-16 text at code unit " + std::to_string(i));
+            }
+        }
         std::string utf8 = text.ToUtf8();
         if (static_cast<long long>(utf8.size()) > MaxFileSize) {
             return p.Fail("the document is larger than " + std::to_string(MaxFileSize) + " bytes");

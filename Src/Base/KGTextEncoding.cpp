@@ -96,10 +96,18 @@ char32_t DecodeOne(const unsigned char* s, size_t left, size_t& length) {
     return cp;
 }
 
-bool IsKnownToIconv(const std::string& name) {
+// Known to iconv, and writing markup as ASCII: the declaration is found by reading the bytes
+// as ASCII, so an encoding that writes "<" otherwise (UTF-7, EBCDIC, UCS-4) would save a file
+// that cannot be read back.
+bool IsUsableIconvEncoding(const std::string& name) {
     Converter in("UTF-8", name.c_str());
     Converter out(name.c_str(), "UTF-8");
-    return in.IsOpen() && out.IsOpen();
+    if (!in.IsOpen() || !out.IsOpen()) return false;
+    static const std::string probe =
+        "<?xml version=\"1.0\" encoding='x-_.09AZaz'?>\n<a b=\"c\">&#x3B; [/]\t\r</a>";
+    std::string written;
+    size_t failedAt = 0;
+    return out.Append(probe.data(), probe.size(), written, failedAt) && written == probe;
 }
 
 // XML's rule for encoding names. iconv is more forgiving (it skips characters it does not
@@ -129,7 +137,7 @@ bool FromName(const std::string& declared, Encoding& encoding, std::string& erro
         encoding.name = encoding.form == Form::Utf16BE ? "UTF-16BE" : "UTF-16LE";
         return true;
     }
-    if (!IsKnownToIconv(declared)) {
+    if (!IsUsableIconvEncoding(declared)) {
         error = "unsupported encoding \"" + declared + "\"";
         return false;
     }
@@ -219,8 +227,43 @@ bool Detect(const char* data, size_t size, Encoding& encoding, size_t& bomLength
     return FromName(declared, encoding, error);
 }
 
+bool CheckUtf8(const char* data, size_t size, size_t offsetBase, std::string& error) {
+    const auto* s = reinterpret_cast<const unsigned char*>(data);
+    size_t i = 0;
+    while (i < size) {
+        const unsigned char c = s[i];
+        if (c < 0x80) {
+            ++i;
+            continue;
+        }
+        // The second byte's range rules out overlong forms, surrogates and values past
+        // U+10FFFF in one comparison.
+        size_t extra = 0;
+        unsigned char lo = 0x80, hi = 0xBF;
+        if (c >= 0xC2 && c <= 0xDF) {
+            extra = 1;
+        } else if (c >= 0xE0 && c <= 0xEF) {
+            extra = 2;
+            if (c == 0xE0) lo = 0xA0;
+            if (c == 0xED) hi = 0x9F;
+        } else if (c >= 0xF0 && c <= 0xF4) {
+            extra = 3;
+            if (c == 0xF0) lo = 0x90;
+            if (c == 0xF4) hi = 0x8F;
+        }
+        bool ok = extra > 0 && i + extra < size && s[i + 1] >= lo && s[i + 1] <= hi;
+        for (size_t k = 2; ok && k <= extra; ++k) ok = (s[i + k] & 0xC0) == 0x80;
+        if (!ok) {
+            error = "invalid UTF-8 text at byte " + std::to_string(offsetBase + i);
+            return false;
+        }
+        i += extra + 1;
+    }
+    return true;
+}
+
 bool Decode(const char* data, size_t size, const Encoding& encoding, std::string& utf8,
-            std::string& error) {
+            std::string& error, size_t offsetBase) {
     utf8.clear();
     if (encoding.form == Form::Utf8) {
         utf8.assign(data, size);
@@ -239,6 +282,18 @@ bool Decode(const char* data, size_t size, const Encoding& encoding, std::string
             unsigned hi = b[2 * i + (little ? 1 : 0)];
             units[i] = static_cast<char16_t>(lo | (hi << 8));
         }
+        for (size_t i = 0; i < units.size(); ++i) {
+            const char16_t u = units[i];
+            const bool high = u >= 0xD800 && u <= 0xDBFF;
+            const bool paired =
+                high && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF;
+            if (paired) {
+                ++i;
+            } else if (u >= 0xD800 && u <= 0xDFFF) {
+                error = "invalid UTF-16 text at byte " + std::to_string(offsetBase + 2 * i);
+                return false;
+            }
+        }
         utf8 = PLIX::Utf16ToUtf8(units.data(), units.size());
         return true;
     }
@@ -249,7 +304,8 @@ bool Decode(const char* data, size_t size, const Encoding& encoding, std::string
     }
     size_t failedAt = 0;
     if (!cd.Append(data, size, utf8, failedAt)) {
-        error = "invalid " + encoding.name + " text at byte " + std::to_string(failedAt);
+        error =
+            "invalid " + encoding.name + " text at byte " + std::to_string(offsetBase + failedAt);
         utf8.clear();
         return false;
     }

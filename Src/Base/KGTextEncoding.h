@@ -38,9 +38,17 @@ bool EncodingOfText(const char* utf8, size_t size, Encoding& encoding, std::stri
 bool Detect(const char* data, size_t size, Encoding& encoding, size_t& bomLength,
             std::string& error);
 
-// Converts bytes (after the byte order mark) of a non-UTF-8 encoding to UTF-8.
+// Checks that the bytes are well-formed UTF-8 (no stray continuation byte, overlong form,
+// surrogate or code point beyond U+10FFFF); false, with the byte offset (counted from
+// offsetBase) in error, at the first fault. Documents are refused rather than repaired, so
+// that what is saved is what was read.
+bool CheckUtf8(const char* data, size_t size, size_t offsetBase, std::string& error);
+
+// Converts bytes (after the byte order mark) of a non-UTF-8 encoding to UTF-8. Ill-formed
+// UTF-16 (a lone surrogate) is refused like ill-formed text of any other encoding, with the
+// byte offset counted from offsetBase.
 bool Decode(const char* data, size_t size, const Encoding& encoding, std::string& utf8,
-            std::string& error);
+            std::string& error, size_t offsetBase = 0);
 
 // Converts UTF-8 text to the encoding, byte order mark included. Characters the encoding
 // cannot represent are written as character references.

@@ -5,6 +5,7 @@
 #include "Base/KGFile.h"
 #include "Base/KGLogFile.h"
 #include "Base/KGMarkup.h"
+#include "KGMarkupEdit.h"
 
 using PLIX::PlixArray;
 using PLIX::PlixUnicodeString;
@@ -67,9 +68,10 @@ bool IsNetworkPath(const PlixUnicodeString& path) {
 
 // The tail every path setter shares: the main element takes the stored form of the path and
 // the whole file is written back. A lost write never looks like success.
-bool StoreAndSave(KGMarkup& doc, const PlixUnicodeString& stored, const PlixUnicodeString& file) {
+bool StoreAndSave(KGMarkupEdit& edit, KGMarkup& doc, const PlixUnicodeString& stored,
+                  const PlixUnicodeString& file) {
     const bool set = doc.SetData(stored);
-    const bool saved = doc.Save(file);
+    const bool saved = edit.Save(file);
     return set && saved;
 }
 
@@ -324,6 +326,7 @@ bool KGChartEnvironment::SetPointLookupTableFile(const PlixUnicodeString& path,
                                                  unsigned char symbolType) {
     if (styleName.IsEmpty()) return false;
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"PointLookupTable")) return false;
@@ -334,17 +337,18 @@ bool KGChartEnvironment::SetPointLookupTableFile(const PlixUnicodeString& path,
     }
     // Deliberate: a style of unknown type stores the path in the table element itself, like a
     // paper-chart style (the area setter refuses it).
-    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
+    return StoreAndSave(edit, doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::SetLineLookupTableFile(const PlixUnicodeString& path,
                                                 const PlixUnicodeString& styleName) {
     if (styleName.IsEmpty()) return false;
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"LineLookupTable")) return false;
-    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
+    return StoreAndSave(edit, doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::SetAreaLookupTableFile(const PlixUnicodeString& path,
@@ -352,6 +356,7 @@ bool KGChartEnvironment::SetAreaLookupTableFile(const PlixUnicodeString& path,
                                                 unsigned char edgeType) {
     if (styleName.IsEmpty()) return false;
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     KGMarkup& doc = *m_document;
     KGChartDisplayStyleType type = KGChartDisplayStyle::NoStyle;
     if (!ToLookupTableNode(styleName, type) || !doc.FindElem(u"AreaLookupTable")) return false;
@@ -361,20 +366,22 @@ bool KGChartEnvironment::SetAreaLookupTableFile(const PlixUnicodeString& path,
         !(doc.IntoElem() && FindByAttrib(doc, u"EdgeType", kValue, EdgeTypeValue(edgeType)))) {
         return false;
     }
-    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
+    return StoreAndSave(edit, doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::SetColorTable(const PlixUnicodeString& path,
                                        const PlixUnicodeString& styleName, KGS52ColorMode mode) {
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     if (!ToColorTableNode(styleName, mode)) return false;
-    return StoreAndSave(*m_document, ModifyFilePath(path), m_settingsPath);
+    return StoreAndSave(edit, *m_document, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::SetSymbolLibrary(const PlixUnicodeString& path,
                                           const PlixUnicodeString& styleName) {
     if (styleName.IsEmpty() || !m_document->IsWellFormed()) return false;
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     KGMarkup& doc = *m_document;
     if (!ToDisplayNode() || !FindStyle(doc, styleName) || !doc.IntoElem()) return false;
     if (!doc.FindElem(u"SymbolLibrary")) {
@@ -385,7 +392,7 @@ bool KGChartEnvironment::SetSymbolLibrary(const PlixUnicodeString& path,
         }
         if (!doc.AddElem(u"SymbolLibrary")) return false;
     }
-    return StoreAndSave(doc, ModifyFilePath(path), m_settingsPath);
+    return StoreAndSave(edit, doc, ModifyFilePath(path), m_settingsPath);
 }
 
 bool KGChartEnvironment::ModifyDictFile(const PlixUnicodeString& elementName,
@@ -393,11 +400,12 @@ bool KGChartEnvironment::ModifyDictFile(const PlixUnicodeString& elementName,
     // A settings file that failed to parse is never written over with the empty document.
     if (elementName.IsEmpty() || !m_document->IsWellFormed()) return false;
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     KGMarkup& doc = *m_document;
     bool stored = false;
     if (ToDictionaryNode() && doc.FindElem(elementName)) stored = doc.SetData(ModifyFilePath(path));
     // Deliberate: the file is written back whether or not the element was there.
-    bool saved = doc.Save(m_settingsPath);
+    bool saved = edit.Save(m_settingsPath);
     return stored && saved;
 }
 
@@ -422,6 +430,7 @@ bool KGChartEnvironment::AddNewStyle(const PlixUnicodeString& styleName,
     if (styleName.IsEmpty()) return false;
     if (type != KGChartDisplayStyle::ENC && type != KGChartDisplayStyle::PaperChart) return false;
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     KGMarkup& doc = *m_document;
     if (!ToDisplayNode()) return false;
     if (FindStyle(doc, styleName)) return false;  // names are unique without regard to case
@@ -468,17 +477,18 @@ bool KGChartEnvironment::AddNewStyle(const PlixUnicodeString& styleName,
         colours = doc.AddChildElem(u"ColorTable") &&
                   doc.SetChildAttrib(kType, KGChartColorMode::GetColorModeName(modes[i]));
     }
-    bool saved = doc.Save(m_settingsPath);
+    bool saved = edit.Save(m_settingsPath);
     return ok && colours && saved;
 }
 
 bool KGChartEnvironment::RemoveStyle(const PlixUnicodeString& styleName) {
     if (styleName.IsEmpty()) return false;
     TopGuard guard(*m_document);
+    KGMarkupEdit edit(*m_document);
     KGMarkup& doc = *m_document;
     if (!ToDisplayNode() || !FindStyle(doc, styleName)) return false;
     doc.RemoveElem();
-    return doc.Save(m_settingsPath);
+    return edit.Save(m_settingsPath);
 }
 
 }  // namespace KGC

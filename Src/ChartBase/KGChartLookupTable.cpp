@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "Base/KGFile.h"
 #include "Base/KGFileStdio.h"
 #include "Base/KGLogFile.h"
 #include "Base/PlixTypes.h"
@@ -32,7 +33,14 @@ bool OpenTableFile(std::unique_ptr<KGFileStdio>& file, const PlixUnicodeString& 
     } else {
         file = std::make_unique<KGFileStdio>();
     }
-    return file->Open(path, KGStreamRead, kReadBlockSize, PLIX::PLIXCharset::UTF8);
+    if (file->Open(path, KGStreamRead, kReadBlockSize, PLIX::PLIXCharset::UTF8)) return true;
+    // A missing table stays silent as before; one that is there but refused (a FIFO, a device,
+    // a file over the cap) says why.
+    if (KGFile::IsExist(path)) {
+        KGLogFile::GetInstance(false)->RecordLog(400, PlixUnicodeString(file->GetError()),
+                                                 "../../../Src/ChartBase/KGChartLookupTable", 0);
+    }
+    return false;
 }
 
 // What parsing one entry learned beyond the style, for a load report.

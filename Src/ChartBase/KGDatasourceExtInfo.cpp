@@ -32,18 +32,29 @@ KGDatasourceExtInfo::KGDatasourceExtInfo() {
 
 void KGDatasourceExtInfo::Init() {
     m_sequences.RemoveAll();
+    m_index.clear();
     m_extInfoText.Empty();
 }
 
-int KGDatasourceExtInfo::IndexOf(const PlixUnicodeString& name) const {
+// The index holds, for each name folded as CompareNoCase folds it, the position of the first
+// sequence of that name; a list read from a document may hold the same name twice.
+void KGDatasourceExtInfo::RebuildIndex() {
+    m_index.clear();
+    m_index.reserve(static_cast<size_t>(m_sequences.GetSize()));
     for (int i = 0; i < m_sequences.GetSize(); ++i) {
-        if (m_sequences[i].GetName().CompareNoCase(name) == 0) return i;
+        m_index.emplace(m_sequences[i].GetName().MakeLower(), i);
     }
-    return -1;
+}
+
+int KGDatasourceExtInfo::IndexOf(const PlixUnicodeString& name) const {
+    const auto it = m_index.find(name.MakeLower());
+    return it == m_index.end() ? -1 : it->second;
 }
 
 bool KGDatasourceExtInfo::AddS57Seq(const KGS57Sequence& seq) {
-    if (seq.GetName().IsEmpty() || IndexOf(seq.GetName()) >= 0) return false;
+    if (seq.GetName().IsEmpty()) return false;
+    const auto added = m_index.emplace(seq.GetName().MakeLower(), m_sequences.GetSize());
+    if (!added.second) return false;
     m_sequences.Add(seq);
     return true;
 }
@@ -53,6 +64,9 @@ bool KGDatasourceExtInfo::DelS57Seq(const PlixUnicodeString& name) {
     const int index = IndexOf(name);
     if (index < 0) return false;
     m_sequences.RemoveAt(index);
+    // The removal shifts every later position, so rebuilding costs no more than it already
+    // does; a later duplicate of the name becomes the first.
+    RebuildIndex();
     return true;
 }
 
@@ -117,6 +131,7 @@ void KGDatasourceExtInfo::SetExtInfo(const PlixUnicodeString& text) {
         // The list mirrors the document: no duplicate check, nameless records kept.
         m_sequences.Add(seq);
     }
+    RebuildIndex();
 }
 
 }  // namespace KGC
