@@ -10,32 +10,29 @@ namespace KGC {
 KGS57SpecsObjects::KGS57SpecsObjects() = default;
 
 bool KGS57SpecsObjects::LoadXml(const PlixUnicodeString& path) {
-    static const s57dict::RecordFile file{u"ObjectClasses", u"ObjectClass",
+    static const s57dict::RecordFile file{"ObjectClasses", "ObjectClass",
                                           s57dict::kSpecsObjectFileUnreadable, false};
-    const PlixUnicodeString acronymAttr(u"Acronym"), codeAttr(u"Code"), valueAttr(u"value"),
-        requiredAttr(u"Required");
-    const PlixUnicodeString primitivesElem(u"Primitives"), nameElem(u"Name"),
-        localNameElem(u"LocalName"), attributesElem(u"Attributes"), attributeElem(u"Attribute");
+    static constexpr std::array<std::string_view, 4> kChildren{"Primitives", "Name", "LocalName",
+                                                               "Attributes"};
     return s57dict::LoadRecords(
-        path, file, m_records, [&](KGMarkup& doc, KGS57SpecsObject& record) {
-            record.acronym = doc.GetAttrib(acronymAttr);
-            record.code = s57dict::ReadCode(doc.GetAttrib(codeAttr));
-            if (doc.FindChildElem(primitivesElem))
-                record.primitives = doc.GetChildAttrib(valueAttr);
-            doc.ResetChildPos();
-            s57dict::ReadChildData(doc, nameElem, record.name);
-            s57dict::ReadChildData(doc, localNameElem, record.localName);
-            if (doc.FindChildElem(attributesElem)) {
-                doc.IntoElem();
-                while (doc.FindChildElem(attributeElem)) {
-                    KGS57SpecsAttribute rule;
-                    rule.code = s57dict::ReadCode(doc.GetChildAttrib(codeAttr));
-                    rule.required = s57dict::ReadCode(doc.GetChildAttrib(requiredAttr));
-                    record.attributes.Add(rule);
+        path, file, m_records, [&](KGMarkupReader::Element e, KGS57SpecsObject& record) {
+            record.acronym = ToUnicode(e.Attribute("Acronym"));
+            record.code = s57dict::ReadCode(e.Attribute("Code"));
+            const auto children = s57dict::FirstChildren(e, kChildren);
+            if (children[0]) record.primitives = ToUnicode(children[0].Attribute("value"));
+            s57dict::ReadData(children[1], record.name);
+            s57dict::ReadData(children[2], record.localName);
+            if (const auto rules = children[3]) {
+                int count = 0;
+                for (auto a = rules.FirstChild("Attribute"); a; a = a.Next("Attribute")) ++count;
+                record.attributes.SetSize(count);
+                int i = 0;
+                for (auto a = rules.FirstChild("Attribute"); a; a = a.Next("Attribute")) {
+                    KGS57SpecsAttribute& rule = record.attributes[i++];
+                    rule.code = s57dict::ReadCode(a.Attribute("Code"));
+                    rule.required = s57dict::ReadCode(a.Attribute("Required"));
                 }
-                doc.OutOfElem();
             }
-            doc.ResetChildPos();
         });
 }
 
