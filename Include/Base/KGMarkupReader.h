@@ -32,8 +32,11 @@ public:
         explicit operator bool() const { return m_node != nullptr; }
 
         std::string_view Name() const;
+        bool NameIs(const char* name) const;
         // The value of the first attribute of that name, entities decoded; empty when absent.
         std::string_view Attribute(const char* name) const;
+        // Several attributes in one pass: values[i] is what Attribute(names[i]) gives.
+        void Attributes(const char* const* names, std::string_view* values, size_t count) const;
         // The element's text as KGMarkup::GetData gives it: entities decoded, untrimmed, the
         // pieces of text around comments joined.
         PLIX::PlixUnicodeString Text() const;

@@ -42,10 +42,18 @@ pugi::xml_node NextElement(pugi::xml_node n) {
     return n;
 }
 
-// pugixml's own name search (one call, no string built) also stops at processing
-// instructions of that name; those are passed over.
+// Names compared byte by byte, in line: the names are short, and strcmp's set-up costs more
+// than the comparison.
+bool SameName(const char* a, const char* b) {
+    while (*a != '\0' && *a == *b) {
+        ++a;
+        ++b;
+    }
+    return *a == *b;
+}
+
 pugi::xml_node ElementFrom(pugi::xml_node n, const char* name) {
-    while (n && !IsElement(n)) n = n.next_sibling(name);
+    while (n && !(IsElement(n) && SameName(n.name(), name))) n = n.next_sibling();
     return n;
 }
 
@@ -211,8 +219,39 @@ std::string_view KGMarkupReader::Element::Name() const {
     return pugi::xml_node(m_node).name();
 }
 
+bool KGMarkupReader::Element::NameIs(const char* name) const {
+    return SameName(pugi::xml_node(m_node).name(), name);
+}
+
 std::string_view KGMarkupReader::Element::Attribute(const char* name) const {
-    return pugi::xml_node(m_node).attribute(name).value();
+    for (pugi::xml_attribute a = pugi::xml_node(m_node).first_attribute(); a;
+         a = a.next_attribute()) {
+        if (SameName(a.name(), name)) return a.value();
+    }
+    return std::string_view();
+}
+
+void KGMarkupReader::Element::Attributes(const char* const* names, std::string_view* values,
+                                         size_t count) const {
+    size_t missing = count;
+    for (size_t i = 0; i < count; ++i) values[i] = std::string_view();
+    // Only the first attribute of a name counts; found[] marks those already seen.
+    bool found[16] = {};
+    if (count > sizeof found) {
+        for (size_t i = 0; i < count; ++i) values[i] = Attribute(names[i]);
+        return;
+    }
+    for (pugi::xml_attribute a = pugi::xml_node(m_node).first_attribute(); a && missing > 0;
+         a = a.next_attribute()) {
+        const char* name = a.name();
+        for (size_t i = 0; i < count; ++i) {
+            if (!found[i] && SameName(name, names[i])) {
+                values[i] = a.value();
+                found[i] = true;
+                --missing;
+            }
+        }
+    }
 }
 
 PlixUnicodeString KGMarkupReader::Element::Text() const {
@@ -233,7 +272,7 @@ KGMarkupReader::Element KGMarkupReader::Element::FirstChild() const {
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::FirstChild(const char* name) const {
-    return Element(ElementFrom(pugi::xml_node(m_node).child(name), name).internal_object());
+    return Element(ElementFrom(pugi::xml_node(m_node).first_child(), name).internal_object());
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::Next() const {
@@ -241,7 +280,7 @@ KGMarkupReader::Element KGMarkupReader::Element::Next() const {
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::Next(const char* name) const {
-    return Element(ElementFrom(pugi::xml_node(m_node).next_sibling(name), name).internal_object());
+    return Element(ElementFrom(pugi::xml_node(m_node).next_sibling(), name).internal_object());
 }
 
 }  // namespace KGC

@@ -20,7 +20,7 @@ enum Child {
     kInputs,
     kChildCount
 };
-constexpr std::array<std::string_view, kChildCount> kChildren{
+constexpr std::array<const char*, kChildCount> kChildren{
     "Name",       "Subset",  "LocalName", "Definition", "References",
     "Indication", "Remarks", "Condition", "Format",     "ExpectedInputs"};
 

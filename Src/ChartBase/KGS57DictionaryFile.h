@@ -34,14 +34,14 @@ inline Opened OpenDictionary(KGMarkup& doc, const PLIX::PlixUnicodeString& path,
 // Loads the file and gives its root element when it is named root (none otherwise). An
 // unreadable file is logged at unreadable.
 inline Opened OpenDictionary(KGMarkupReader& doc, const PLIX::PlixUnicodeString& path,
-                             std::string_view root, const LogPoint& unreadable,
+                             const char* root, const LogPoint& unreadable,
                              KGMarkupReader::Element& at) {
     if (!doc.Load(path)) {
         LogFailure(unreadable);
         return Opened::Unreadable;
     }
     at = doc.Root();
-    return at.Name() == root ? Opened::AtRoot : Opened::OtherRoot;
+    return at.NameIs(root) ? Opened::AtRoot : Opened::OtherRoot;
 }
 
 // The layout of a flat record file: root, record element, the record logged when the file
@@ -75,13 +75,12 @@ bool LoadRecords(const PLIX::PlixUnicodeString& path, const RecordFile& file,
 // the children: what seeking each name from the first child finds, so their order is free.
 template <size_t N>
 std::array<KGMarkupReader::Element, N> FirstChildren(KGMarkupReader::Element parent,
-                                                     const std::array<std::string_view, N>& names) {
+                                                     const std::array<const char*, N>& names) {
     std::array<KGMarkupReader::Element, N> found{};
     size_t missing = N;
     for (auto c = parent.FirstChild(); c && missing > 0; c = c.Next()) {
-        const std::string_view name = c.Name();
         for (size_t i = 0; i < N; ++i) {
-            if (!found[i] && name == names[i]) {
+            if (!found[i] && c.NameIs(names[i])) {
                 found[i] = c;
                 --missing;
                 break;

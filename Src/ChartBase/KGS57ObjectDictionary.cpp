@@ -11,8 +11,8 @@ KGS57Objects::KGS57Objects() = default;
 bool KGS57Objects::LoadXml(const PlixUnicodeString& path) {
     static const s57dict::RecordFile file{"ObjectClasses", "ObjectClass",
                                           s57dict::kObjectFileUnreadable, false};
-    static constexpr std::array<std::string_view, 4> kChildren{"Name", "Definition", "References",
-                                                               "Remarks"};
+    static constexpr std::array<const char*, 4> kChildren{"Name", "Definition", "References",
+                                                          "Remarks"};
     return s57dict::LoadRecords(path, file, m_records,
                                 [&](KGMarkupReader::Element e, KGS57Object& record) {
                                     record.acronym = ToUnicode(e.Attribute("Acronym"));

@@ -1,5 +1,8 @@
 // Parser of the product specification object file (root "ObjectClasses"): primitives and
 // attribute rules per object class.
+#include <algorithm>
+#include <vector>
+
 #include "ChartBase/KGS57Dictionary.h"
 #include "KGS57DictionaryFile.h"
 
@@ -12,8 +15,11 @@ KGS57SpecsObjects::KGS57SpecsObjects() = default;
 bool KGS57SpecsObjects::LoadXml(const PlixUnicodeString& path) {
     static const s57dict::RecordFile file{"ObjectClasses", "ObjectClass",
                                           s57dict::kSpecsObjectFileUnreadable, false};
-    static constexpr std::array<std::string_view, 4> kChildren{"Primitives", "Name", "LocalName",
-                                                               "Attributes"};
+    static constexpr std::array<const char*, 4> kChildren{"Primitives", "Name", "LocalName",
+                                                          "Attributes"};
+    // The rules of one object class are gathered here first, so that each record's array is
+    // allocated once, at its size.
+    std::vector<KGS57SpecsAttribute> scratch;
     return s57dict::LoadRecords(
         path, file, m_records, [&](KGMarkupReader::Element e, KGS57SpecsObject& record) {
             record.acronym = ToUnicode(e.Attribute("Acronym"));
@@ -23,15 +29,15 @@ bool KGS57SpecsObjects::LoadXml(const PlixUnicodeString& path) {
             s57dict::ReadData(children[1], record.name);
             s57dict::ReadData(children[2], record.localName);
             if (const auto rules = children[3]) {
-                int count = 0;
-                for (auto a = rules.FirstChild("Attribute"); a; a = a.Next("Attribute")) ++count;
-                record.attributes.SetSize(count);
-                int i = 0;
+                static const char* const kRule[] = {"Code", "Required"};
+                std::string_view values[2];
+                scratch.clear();
                 for (auto a = rules.FirstChild("Attribute"); a; a = a.Next("Attribute")) {
-                    KGS57SpecsAttribute& rule = record.attributes[i++];
-                    rule.code = s57dict::ReadCode(a.Attribute("Code"));
-                    rule.required = s57dict::ReadCode(a.Attribute("Required"));
+                    a.Attributes(kRule, values, 2);
+                    scratch.push_back({s57dict::ReadCode(values[0]), s57dict::ReadCode(values[1])});
                 }
+                record.attributes.SetSize(static_cast<int>(scratch.size()));
+                std::copy(scratch.begin(), scratch.end(), record.attributes.begin());
             }
         });
 }
