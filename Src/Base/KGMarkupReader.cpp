@@ -228,17 +228,17 @@ std::string_view KGMarkupReader::Element::Attribute(const char* name) const {
          a = a.next_attribute()) {
         if (SameName(a.name(), name)) return a.value();
     }
-    return std::string_view();
+    return std::string_view("", 0);
 }
 
-void KGMarkupReader::Element::Attributes(const char* const* names, std::string_view* values,
+void KGMarkupReader::Element::Attributes(const char* const* names, const char** values,
                                          size_t count) const {
     size_t missing = count;
-    for (size_t i = 0; i < count; ++i) values[i] = std::string_view();
+    for (size_t i = 0; i < count; ++i) values[i] = "";
     // Only the first attribute of a name counts; found[] marks those already seen.
     bool found[16] = {};
     if (count > sizeof found) {
-        for (size_t i = 0; i < count; ++i) values[i] = Attribute(names[i]);
+        for (size_t i = 0; i < count; ++i) values[i] = Attribute(names[i]).data();
         return;
     }
     for (pugi::xml_attribute a = pugi::xml_node(m_node).first_attribute(); a && missing > 0;

@@ -102,25 +102,31 @@ inline uint16_t ReadCode(const PLIX::PlixUnicodeString& text) {
 
 // PlixUnicodeString::ToInt(10) on UTF-8 text, without building the string: leading blanks,
 // a sign, the digits up to the first other character, clamped to int. The records' numbers
-// are read this way so that they come out exactly as through the string.
-inline int ToInt(std::string_view text) {
-    size_t i = 0;
-    const size_t n = text.size();
-    while (i < n && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r'))) ++i;
+// are read this way so that they come out exactly as through the string. The text ends at
+// its NUL.
+inline int ToInt(const char* text) {
+    while (*text == ' ' || (*text >= '\t' && *text <= '\r')) ++text;
     bool negative = false;
-    if (i < n && (text[i] == '+' || text[i] == '-')) negative = text[i++] == '-';
+    if (*text == '+' || *text == '-') negative = *text++ == '-';
     long long value = 0;
     const long long limit = static_cast<long long>(INT_MAX) + 1;
-    for (; i < n && text[i] >= '0' && text[i] <= '9'; ++i) {
-        if (value <= limit) value = value * 10 + (text[i] - '0');
+    for (; *text >= '0' && *text <= '9'; ++text) {
+        if (value <= limit) value = value * 10 + (*text - '0');
     }
     if (negative) value = -value;
     if (value > INT_MAX) return INT_MAX;
     if (value < INT_MIN) return INT_MIN;
     return static_cast<int>(value);
 }
-inline uint16_t ReadCode(std::string_view text) {
+// An attribute value from KGMarkupReader is NUL-terminated.
+inline int ToInt(std::string_view value) {
+    return ToInt(value.data());
+}
+inline uint16_t ReadCode(const char* text) {
     return static_cast<uint16_t>(ToInt(text));
+}
+inline uint16_t ReadCode(std::string_view text) {
+    return ReadCode(text.data());
 }
 
 }  // namespace s57dict

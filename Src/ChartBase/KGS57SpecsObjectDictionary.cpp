@@ -30,7 +30,7 @@ bool KGS57SpecsObjects::LoadXml(const PlixUnicodeString& path) {
             s57dict::ReadData(children[2], record.localName);
             if (const auto rules = children[3]) {
                 static const char* const kRule[] = {"Code", "Required"};
-                std::string_view values[2];
+                const char* values[2];
                 scratch.clear();
                 for (auto a = rules.FirstChild("Attribute"); a; a = a.Next("Attribute")) {
                     a.Attributes(kRule, values, 2);
