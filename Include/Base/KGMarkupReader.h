@@ -34,12 +34,17 @@ public:
         std::string_view Name() const;
         bool NameIs(const char* name) const;
         // The value of the first attribute of that name, entities decoded; empty when absent.
+        // The view's text is followed by a NUL, so data() may be read as a C string.
         std::string_view Attribute(const char* name) const;
-        // Several attributes in one pass: values[i] is what Attribute(names[i]) gives.
-        void Attributes(const char* const* names, std::string_view* values, size_t count) const;
+        // Several attributes in one pass: values[i] is what Attribute(names[i]) gives, as
+        // NUL-terminated text ("" when absent), for readers that need no length.
+        void Attributes(const char* const* names, const char** values, size_t count) const;
         // The element's text as KGMarkup::GetData gives it: entities decoded, untrimmed, the
         // pieces of text around comments joined.
         PLIX::PlixUnicodeString Text() const;
+        // The same into out, reusing its storage: a loader that reads a file again into the
+        // records it already holds allocates nothing for text that still fits.
+        void Text(PLIX::PlixUnicodeString& out) const;
 
         // The first child element, with that name when one is given; none when there is none.
         Element FirstChild() const;
@@ -78,6 +83,10 @@ private:
 // A UTF-8 view (a name or an attribute value) as a UTF-16 string.
 inline PLIX::PlixUnicodeString ToUnicode(std::string_view utf8) {
     return PLIX::PlixUnicodeString(utf8.data(), utf8.size());
+}
+// The same into out, reusing its storage.
+inline void ToUnicode(std::string_view utf8, PLIX::PlixUnicodeString& out) {
+    PLIX::Utf8ToUtf16(utf8.data(), utf8.size(), out.Str());
 }
 
 }  // namespace KGC

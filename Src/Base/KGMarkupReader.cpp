@@ -255,16 +255,28 @@ void KGMarkupReader::Element::Attributes(const char* const* names, const char** 
 }
 
 PlixUnicodeString KGMarkupReader::Element::Text() const {
+    PlixUnicodeString text;
+    Text(text);
+    return text;
+}
+
+void KGMarkupReader::Element::Text(PlixUnicodeString& out) const {
     const pugi::xml_node first = pugi::xml_node(m_node).first_child();
     // The usual element holds one piece of text: convert it without gathering.
     if (first && !first.next_sibling()) {
-        return IsText(first) ? PlixUnicodeString(first.value()) : PlixUnicodeString();
+        if (!IsText(first)) {
+            out.Empty();
+            return;
+        }
+        const char* text = first.value();
+        PLIX::Utf8ToUtf16(text, std::strlen(text), out.Str());
+        return;
     }
     std::string text;
     for (pugi::xml_node c = first; c; c = c.next_sibling()) {
         if (IsText(c)) text += c.value();
     }
-    return PlixUnicodeString(text);
+    PLIX::Utf8ToUtf16(text.data(), text.size(), out.Str());
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::FirstChild() const {

@@ -73,9 +73,15 @@ private:
 }  // namespace
 
 std::u16string Utf8ToUtf16(const char* data, size_t length) {
+    std::u16string out;
+    Utf8ToUtf16(data, length, out);
+    return out;
+}
+
+void Utf8ToUtf16(const char* data, size_t length, std::u16string& out) {
     // Every byte gives at most one code unit, so the result fits in length units; writing
     // into a presized buffer keeps the common all-ASCII text free of per-character checks.
-    std::u16string out(length, u'\0');
+    out.resize(length);
     char16_t* o = out.data();
     const auto* s = reinterpret_cast<const unsigned char*>(data);
     size_t i = 0;
@@ -130,7 +136,6 @@ std::u16string Utf8ToUtf16(const char* data, size_t length) {
         i = j;
     }
     out.resize(static_cast<size_t>(o - out.data()));
-    return out;
 }
 
 std::string Utf16ToUtf8(const char16_t* data, size_t length) {

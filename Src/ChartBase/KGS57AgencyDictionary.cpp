@@ -16,9 +16,10 @@ bool KGS57Agencies::LoadXml(const PlixUnicodeString& path) {
     PlixUnicodeString name;
     return s57dict::LoadRecords(path, file, m_records,
                                 [&](KGMarkupReader::Element e, KGS57Agency& record) {
-                                    record.token = ToUnicode(e.Attribute("Token"));
+                                    ToUnicode(e.Attribute("Token"), record.token);
                                     record.code = s57dict::ToInt(e.Attribute("Code"));
-                                    s57dict::ReadData(e.FirstChild("AgencyName"), name);
+                                    if (const auto child = e.FirstChild("AgencyName"))
+                                        child.Text(name);
                                     record.agencyName = name;
                                 });
 }

@@ -31,7 +31,7 @@ void ReadExpectedValues(KGMarkupReader::Element inputs, KGS57Attribute& record) 
     int i = 0;
     for (auto v = inputs.FirstChild("ExpectedValue"); v; v = v.Next("ExpectedValue")) {
         KGS57ExpectedValue& value = record.expectedValues[i++];
-        value.meaning = ToUnicode(v.Attribute("Meaning"));
+        ToUnicode(v.Attribute("Meaning"), value.meaning);
         value.id = static_cast<int16_t>(s57dict::ToInt(v.Attribute("ID")));
         // Deliberately kept: "References" counts only after "Definition" when there is one.
         const auto definition = v.FirstChild("Definition");
@@ -52,14 +52,16 @@ bool KGS57Attributes::LoadXml(const PlixUnicodeString& path) {
                                           s57dict::kAttributeFileUnreadable, true};
     return s57dict::LoadRecords(
         path, file, m_records, [&](KGMarkupReader::Element e, KGS57Attribute& record) {
-            record.acronym = ToUnicode(e.Attribute("Acronym"));
+            ToUnicode(e.Attribute("Acronym"), record.acronym);
             record.code = s57dict::ReadCode(e.Attribute("Code"));
             PlixUnicodeString type = ToUnicode(e.Attribute("Type"));
             type.Trim();
-            if (!type.IsEmpty()) record.type = KGS57DefineInfo::ToAttributeType(type);
+            record.type = type.IsEmpty() ? KGS57DefineInfo::AttrUnknown
+                                         : KGS57DefineInfo::ToAttributeType(type);
 
             const auto children = s57dict::FirstChildren(e, kChildren);
             s57dict::ReadData(children[kName], record.name);
+            record.subset.Empty();
             if (children[kSubset]) {
                 PlixUnicodeString subset = ToUnicode(children[kSubset].Attribute("value"));
                 subset.Trim();
@@ -72,7 +74,11 @@ bool KGS57Attributes::LoadXml(const PlixUnicodeString& path) {
             s57dict::ReadData(children[kRemarks], record.remarks);
             s57dict::ReadData(children[kCondition], record.condition);
             s57dict::ReadData(children[kFormat], record.format);
-            if (children[kInputs]) ReadExpectedValues(children[kInputs], record);
+            if (children[kInputs]) {
+                ReadExpectedValues(children[kInputs], record);
+            } else {
+                record.expectedValues.RemoveAll();
+            }
         });
 }
 

@@ -54,15 +54,19 @@ struct RecordFile {
 };
 
 // Replaces records with one record per element, in file order; read fills a record from its
-// element. Counts first, so the array is sized once.
+// element. Counts first, so the array is sized once. The records already held are read into
+// again, so read must set every field (the Reset helpers below clear a field it may skip);
+// their strings keep their storage, and reading a file again allocates little.
 template <typename Record, typename Read>
 bool LoadRecords(const PLIX::PlixUnicodeString& path, const RecordFile& file,
                  PLIX::PlixArray<Record>& records, Read read) {
-    records.RemoveAll();
     KGMarkupReader doc;
     KGMarkupReader::Element root;
     const Opened opened = OpenDictionary(doc, path, file.root, file.unreadable, root);
-    if (opened != Opened::AtRoot) return opened == Opened::OtherRoot && file.otherRootLoads;
+    if (opened != Opened::AtRoot) {
+        records.RemoveAll();
+        return opened == Opened::OtherRoot && file.otherRootLoads;
+    }
     int count = 0;
     for (auto e = root.FirstChild(file.element); e; e = e.Next(file.element)) ++count;
     records.SetSize(count);
@@ -90,9 +94,13 @@ std::array<KGMarkupReader::Element, N> FirstChildren(KGMarkupReader::Element par
     return found;
 }
 
-// The element's text into field when there is an element; the field stays as it is otherwise.
+// The element's text into field when there is an element; the field is emptied otherwise.
 inline void ReadData(KGMarkupReader::Element e, PLIX::PlixUnicodeString& field) {
-    if (e) field = e.Text();
+    if (e) {
+        e.Text(field);
+    } else {
+        field.Empty();
+    }
 }
 
 // Deliberately kept: codes are 16-bit, wider values keep their low 16 bits.

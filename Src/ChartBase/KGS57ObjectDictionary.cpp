@@ -13,20 +13,20 @@ bool KGS57Objects::LoadXml(const PlixUnicodeString& path) {
                                           s57dict::kObjectFileUnreadable, false};
     static constexpr std::array<const char*, 4> kChildren{"Name", "Definition", "References",
                                                           "Remarks"};
-    return s57dict::LoadRecords(path, file, m_records,
-                                [&](KGMarkupReader::Element e, KGS57Object& record) {
-                                    record.acronym = ToUnicode(e.Attribute("Acronym"));
-                                    record.code = s57dict::ReadCode(e.Attribute("Code"));
-                                    PlixUnicodeString type = ToUnicode(e.Attribute("Type"));
-                                    type.Trim();
-                                    if (!type.IsEmpty())
-                                        record.type = KGS57DefineInfo::ToFeatureType(type);
-                                    const auto children = s57dict::FirstChildren(e, kChildren);
-                                    s57dict::ReadData(children[0], record.name);
-                                    s57dict::ReadData(children[1], record.definition);
-                                    s57dict::ReadData(children[2], record.references);
-                                    s57dict::ReadData(children[3], record.remarks);
-                                });
+    return s57dict::LoadRecords(
+        path, file, m_records, [&](KGMarkupReader::Element e, KGS57Object& record) {
+            ToUnicode(e.Attribute("Acronym"), record.acronym);
+            record.code = s57dict::ReadCode(e.Attribute("Code"));
+            PlixUnicodeString type = ToUnicode(e.Attribute("Type"));
+            type.Trim();
+            record.type = type.IsEmpty() ? KGS57DefineInfo::FeatureUnknown
+                                         : KGS57DefineInfo::ToFeatureType(type);
+            const auto children = s57dict::FirstChildren(e, kChildren);
+            s57dict::ReadData(children[0], record.name);
+            s57dict::ReadData(children[1], record.definition);
+            s57dict::ReadData(children[2], record.references);
+            s57dict::ReadData(children[3], record.remarks);
+        });
 }
 
 }  // namespace KGC

@@ -22,10 +22,14 @@ bool KGS57SpecsObjects::LoadXml(const PlixUnicodeString& path) {
     std::vector<KGS57SpecsAttribute> scratch;
     return s57dict::LoadRecords(
         path, file, m_records, [&](KGMarkupReader::Element e, KGS57SpecsObject& record) {
-            record.acronym = ToUnicode(e.Attribute("Acronym"));
+            ToUnicode(e.Attribute("Acronym"), record.acronym);
             record.code = s57dict::ReadCode(e.Attribute("Code"));
             const auto children = s57dict::FirstChildren(e, kChildren);
-            if (children[0]) record.primitives = ToUnicode(children[0].Attribute("value"));
+            if (children[0]) {
+                ToUnicode(children[0].Attribute("value"), record.primitives);
+            } else {
+                record.primitives.Empty();
+            }
             s57dict::ReadData(children[1], record.name);
             s57dict::ReadData(children[2], record.localName);
             if (const auto rules = children[3]) {
@@ -38,6 +42,8 @@ bool KGS57SpecsObjects::LoadXml(const PlixUnicodeString& path) {
                 }
                 record.attributes.SetSize(static_cast<int>(scratch.size()));
                 std::copy(scratch.begin(), scratch.end(), record.attributes.begin());
+            } else {
+                record.attributes.RemoveAll();
             }
         });
 }
