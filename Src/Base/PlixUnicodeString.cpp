@@ -72,17 +72,13 @@ private:
 
 }  // namespace
 
-std::u16string Utf8ToUtf16(const char* data, size_t length) {
-    std::u16string out;
-    Utf8ToUtf16(data, length, out);
-    return out;
-}
+namespace {
 
-void Utf8ToUtf16(const char* data, size_t length, std::u16string& out) {
-    // Every byte gives at most one code unit, so the result fits in length units; writing
-    // into a presized buffer keeps the common all-ASCII text free of per-character checks.
-    out.resize(length);
-    char16_t* o = out.data();
+// Decodes into o, which has room for length units (every byte gives at most one code unit);
+// returns the number of units written. Writing into a presized buffer keeps the common
+// all-ASCII text free of per-character checks.
+size_t DecodeUtf8(const char* data, size_t length, char16_t* const begin) {
+    char16_t* o = begin;
     const auto* s = reinterpret_cast<const unsigned char*>(data);
     size_t i = 0;
     while (i < length) {
@@ -135,7 +131,20 @@ void Utf8ToUtf16(const char* data, size_t length, std::u16string& out) {
         }
         i = j;
     }
-    out.resize(static_cast<size_t>(o - out.data()));
+    return static_cast<size_t>(o - begin);
+}
+
+}  // namespace
+
+std::u16string Utf8ToUtf16(const char* data, size_t length) {
+    std::u16string out(length, u'\0');
+    out.resize(DecodeUtf8(data, length, out.data()));
+    return out;
+}
+
+void Utf8ToUtf16(const char* data, size_t length, std::u16string& out) {
+    out.resize(length);
+    out.resize(DecodeUtf8(data, length, out.data()));
 }
 
 std::string Utf16ToUtf8(const char16_t* data, size_t length) {
