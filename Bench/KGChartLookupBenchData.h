@@ -1,10 +1,13 @@
 // The real "S52" look-up tables shared by the look-up table benchmarks.
 #pragma once
 
+#include <ctime>
 #include <filesystem>
 #include <string>
 
 #include "Base/KGFile.h"
+#include "Base/KGFileStdio.h"
+#include "Base/PlixTypes.h"
 #include "ChartBase/KGChartEnvironment.h"
 #include "ChartBase/KGChartLookupTable.h"
 #include "ChartBase/KGS57Dictionary.h"
@@ -57,6 +60,40 @@ inline void LoadFive(KGC::KGChartLookupTable& a, KGC::KGChartLookupTable& b) {
     a.LoadAreaLookupTable(t.plain);
     b.LoadPointLookupTable(t.paper);
     b.LoadAreaLookupTable(t.symbolized);
+}
+
+// The floor of the look-up loads: the same files read line by line with the platform's reader,
+// and the seven quoted fields of each line found, building nothing.
+inline long long ReadFiveRealTables() {
+    const RealTables& t = Real();
+    const PLIX::PlixUnicodeString* files[] = {&t.simplified, &t.paper, &t.lines, &t.plain,
+                                              &t.symbolized};
+    long long fields = 0;
+    for (const PLIX::PlixUnicodeString* path : files) {
+        KGC::KGFileStdio file;
+        file.Open(*path, KGC::KGStreamRead, 8192, PLIX::PLIXCharset::UTF8);
+        while (!file.IsEOF()) {
+            PLIX::PlixUnicodeString line = file.ReadLine();
+            int pos = 0;
+            for (int field = 0; field < 7; ++field) {
+                int open = line.Find(u'"', pos);
+                if (open < 0) break;
+                int close = line.Find(u'"', open + 1);
+                if (close < 0) break;
+                fields += close - open;
+                pos = close + 1;
+            }
+        }
+    }
+    return fields;
+}
+
+// Processor time of this thread: what a side-by-side comparison adds up, so that time the
+// busy machine gives to others counts on neither side.
+inline double ThreadSeconds() {
+    timespec ts;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
+    return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) * 1e-9;
 }
 
 }  // namespace lookupbench

@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "Base/KGFileStdio.h"
 #include "Base/PlixTypes.h"
 #include "ChartBase/KGChartLookupTable.h"
 #include "KGChartLookupBenchData.h"
@@ -21,40 +20,12 @@ namespace {
 using KGC::KGChartLookupTable;
 using lookupbench::kRealEntries;
 using lookupbench::LoadFive;
+using lookupbench::ReadFiveRealTables;
 using lookupbench::Real;
 using lookupbench::UseRealData;
 using PLIX::PlixUnicodeString;
 
-// The floor: the same files read line by line with the platform's reader, and the seven
-// quoted fields of each line found, building nothing.
-long long ReadFiveRealTables() {
-    const lookupbench::RealTables& t = Real();
-    const PlixUnicodeString* files[] = {&t.simplified, &t.paper, &t.lines, &t.plain, &t.symbolized};
-    long long fields = 0;
-    for (const PlixUnicodeString* path : files) {
-        KGC::KGFileStdio file;
-        file.Open(*path, KGC::KGStreamRead, 8192, PLIX::PLIXCharset::UTF8);
-        while (!file.IsEOF()) {
-            PlixUnicodeString line = file.ReadLine();
-            int pos = 0;
-            for (int field = 0; field < 7; ++field) {
-                int open = line.Find(u'"', pos);
-                if (open < 0) break;
-                int close = line.Find(u'"', open + 1);
-                if (close < 0) break;
-                fields += close - open;
-                pos = close + 1;
-            }
-        }
-    }
-    return fields;
-}
-
-double ThreadSeconds() {
-    timespec ts;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-    return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) * 1e-9;
-}
+using lookupbench::ThreadSeconds;
 
 void BM_ReadFiveRealTablesFloor(benchmark::State& state) {
     if (!UseRealData(state)) return;

@@ -125,6 +125,8 @@ private:
 
 // UTF conversions used across the platform layer.
 VLBASE_API std::u16string Utf8ToUtf16(const char* data, size_t length);
+// The same into out, whose storage is reused when it is large enough.
+VLBASE_API void Utf8ToUtf16(const char* data, size_t length, std::u16string& out);
 VLBASE_API std::string Utf16ToUtf8(const char16_t* data, size_t length);
 
 }  // namespace PLIX

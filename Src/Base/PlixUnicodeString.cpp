@@ -72,11 +72,13 @@ private:
 
 }  // namespace
 
-std::u16string Utf8ToUtf16(const char* data, size_t length) {
-    // Every byte gives at most one code unit, so the result fits in length units; writing
-    // into a presized buffer keeps the common all-ASCII text free of per-character checks.
-    std::u16string out(length, u'\0');
-    char16_t* o = out.data();
+namespace {
+
+// Decodes into o, which has room for length units (every byte gives at most one code unit);
+// returns the number of units written. Writing into a presized buffer keeps the common
+// all-ASCII text free of per-character checks.
+size_t DecodeUtf8(const char* data, size_t length, char16_t* const begin) {
+    char16_t* o = begin;
     const auto* s = reinterpret_cast<const unsigned char*>(data);
     size_t i = 0;
     while (i < length) {
@@ -129,8 +131,26 @@ std::u16string Utf8ToUtf16(const char* data, size_t length) {
         }
         i = j;
     }
-    out.resize(static_cast<size_t>(o - out.data()));
+    return static_cast<size_t>(o - begin);
+}
+
+}  // namespace
+
+std::u16string Utf8ToUtf16(const char* data, size_t length) {
+    std::u16string out(length, u'\0');
+    out.resize(DecodeUtf8(data, length, out.data()));
     return out;
+}
+
+void Utf8ToUtf16(const char* data, size_t length, std::u16string& out) {
+    // A string that must grow is made at the exact size, as the returning form makes it,
+    // rather than by resize's doubling.
+    if (out.capacity() < length) {
+        out = std::u16string(length, u'\0');
+    } else {
+        out.resize(length);
+    }
+    out.resize(DecodeUtf8(data, length, out.data()));
 }
 
 std::string Utf16ToUtf8(const char16_t* data, size_t length) {

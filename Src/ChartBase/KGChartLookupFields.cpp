@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <climits>
 
-#include "Base/KGNumber.h"
 #include "ChartBase/KGChartLookupTable.h"
 
 using PLIX::PlixUnicodeString;
@@ -19,8 +18,26 @@ int32_t ToInt32(long long value) {
     return static_cast<int32_t>(value);
 }
 
+// kgatol on the field itself, without building a string: leading blanks, a sign, the digits
+// up to the first other character, saturated at the 64-bit range; then ToInt32.
 int32_t ReadInt32(View text) {
-    return text.empty() ? 0 : ToInt32(kgatol(ToString(text)));
+    size_t i = 0;
+    while (i < text.size() && (text[i] == u' ' || (text[i] >= u'\t' && text[i] <= u'\r'))) ++i;
+    bool negative = false;
+    if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) negative = text[i++] == u'-';
+    // Accumulated as a negative number, as kgatol does, so that the minimum is reachable.
+    long long value = 0;
+    bool saturated = false;
+    for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i) {
+        const int digit = text[i] - u'0';
+        if (value < (LLONG_MIN + digit) / 10) {
+            saturated = true;
+            continue;
+        }
+        value = value * 10 - digit;
+    }
+    if (!negative) return ToInt32(saturated || value < -LLONG_MAX ? LLONG_MAX : -value);
+    return ToInt32(saturated ? LLONG_MIN : value);
 }
 
 PlixUnicodeString CutFront(PlixUnicodeString& entry, View (EntryCursor::*cut)()) {

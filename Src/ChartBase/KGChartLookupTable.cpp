@@ -73,6 +73,14 @@ PlixUnicodeString ParseEntry(const PlixUnicodeString& line, Style& style,
     return acronym;
 }
 
+// Every line is searched whole (comments are rare), so the search is written without an early
+// exit, which lets the compiler test many characters at once.
+bool HasAsterisk(const std::u16string& line) {
+    bool found = false;
+    for (char16_t c : line) found |= c == u'*';
+    return found;
+}
+
 int CountFields(const PlixUnicodeString& line) {
     int quotes = 0;
     for (char16_t c : line.Str()) quotes += c == u'"';
@@ -299,7 +307,7 @@ PlixUnicodeString KGChartLookupTable::ReadLineString() {
     if (line.IsEmpty()) return line;
     line.Trim();
     // Deliberately an asterisk anywhere, also inside a quoted field, makes a comment line.
-    if (line.Find(u'*') >= 0) return PlixUnicodeString();
+    if (HasAsterisk(line.Str())) return PlixUnicodeString();
     return line;
 }
 

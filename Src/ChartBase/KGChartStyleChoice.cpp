@@ -1,6 +1,9 @@
 // Choosing a feature's style among the look-up styles of its object class.
 #include "ChartBase/KGChartStyleChoice.h"
 
+#include <string>
+#include <string_view>
+
 #include "Base/KGNumber.h"
 #include "ChartBase/KGChartLookupTable.h"
 
@@ -14,11 +17,29 @@ bool IsCatchAll(const KGChartAttributeCondition& condition) {
     return condition.AttributeAcronym.IsEmpty();
 }
 
+// The comparisons work on views of the condition and the feature's value: a host chooses once
+// per feature over every style of the object class, so nothing here may allocate in the usual
+// case.
+using View = std::u16string_view;
+
+bool IsBlank(char16_t c) {
+    return c == u'\r' || c == u'\n' || c == u'\t' || c == u' ';
+}
+
+// What PlixUnicodeString::Trim() leaves.
+View Trimmed(View text) {
+    size_t first = 0;
+    while (first < text.size() && IsBlank(text[first])) ++first;
+    size_t last = text.size();
+    while (last > first && IsBlank(text[last - 1])) --last;
+    return text.substr(first, last - first);
+}
+
 // A decimal number as S-57 writes one: optional sign, digits, at most one point.
-bool IsNumber(const PlixUnicodeString& text) {
+bool IsNumber(View text) {
     int digits = 0;
     int points = 0;
-    for (int i = 0; i < text.GetLength(); ++i) {
+    for (size_t i = 0; i < text.size(); ++i) {
         const char16_t c = text[i];
         if (c >= u'0' && c <= u'9') {
             ++digits;
@@ -31,38 +52,131 @@ bool IsNumber(const PlixUnicodeString& text) {
     return digits > 0;
 }
 
-bool SameElement(PlixUnicodeString a, PlixUnicodeString b) {
-    a.Trim();
-    b.Trim();
-    if (IsNumber(a) && IsNumber(b)) return kgatof(a) == kgatof(b);
-    return a == b;
+// Digits alone, few enough that a double holds the value exactly: two such texts are the same
+// number exactly when they are the same digits after their leading zeros.
+bool IsSmallInteger(View text) {
+    if (text.empty() || text.size() > 15) return false;
+    for (char16_t c : text) {
+        if (c < u'0' || c > u'9') return false;
+    }
+    return true;
+}
+
+View WithoutLeadingZeros(View digits) {
+    size_t i = 0;
+    while (i + 1 < digits.size() && digits[i] == u'0') ++i;
+    return digits.substr(i);
+}
+
+double NumberOf(View text) {
+    return kgatof(PlixUnicodeString(std::u16string(text)));
+}
+
+// Both trimmed; numbers compare as numbers.
+bool SameElement(View a, View b) {
+    a = Trimmed(a);
+    b = Trimmed(b);
+    if (a == b) return true;  // equal text is the same number or the same word
+    if (IsSmallInteger(a) && IsSmallInteger(b)) {
+        return WithoutLeadingZeros(a) == WithoutLeadingZeros(b);
+    }
+    if (IsNumber(a) && IsNumber(b)) return NumberOf(a) == NumberOf(b);
+    return false;
 }
 
 // Equal element by element, in order; a single value is a list of one.
-bool SameValue(const PlixUnicodeString& wanted, const PlixUnicodeString& value) {
-    if (wanted.Find(u',') < 0 && value.Find(u',') < 0) return SameElement(wanted, value);
-    PlixArray<PlixUnicodeString> a;
-    PlixArray<PlixUnicodeString> b;
-    wanted.Split(a, u",", false);
-    value.Split(b, u",", false);
-    if (a.GetSize() != b.GetSize()) return false;
-    for (int i = 0; i < a.GetSize(); ++i) {
-        if (!SameElement(a[i], b[i])) return false;
+bool SameValue(View wanted, View value) {
+    while (true) {
+        const size_t a = wanted.find(u',');
+        const size_t b = value.find(u',');
+        if ((a == View::npos) != (b == View::npos)) return false;  // lists of different lengths
+        if (!SameElement(wanted.substr(0, a), value.substr(0, b))) return false;
+        if (a == View::npos) return true;
+        wanted.remove_prefix(a + 1);
+        value.remove_prefix(b + 1);
+    }
+}
+
+// The integer condition: the value, trimmed, must be a number equal to it.
+bool SameInteger(int32_t wanted, View value) {
+    value = Trimmed(value);
+    if (IsSmallInteger(value) && WithoutLeadingZeros(value).size() <= 10) {
+        long long n = 0;
+        for (char16_t c : value) n = n * 10 + (c - u'0');
+        return n == wanted;
+    }
+    return IsNumber(value) && NumberOf(value) == wanted;
+}
+
+int CountConditions(const PlixArray<KGChartAttributeCondition>& conditions) {
+    int count = 0;
+    for (const auto& condition : conditions) count += IsCatchAll(condition) ? 0 : 1;
+    return count;
+}
+
+// Whether the condition holds, given the feature's value for its acronym (null when absent).
+bool HoldsFor(const KGChartAttributeCondition& condition, const PlixUnicodeString* value) {
+    const bool hasValue = value != nullptr && !value->IsEmpty();
+    if (condition.TextValue.Str() == u"?") return !hasValue;
+    if (!hasValue) return false;
+    if (condition.IntegerValue != 0) return SameInteger(condition.IntegerValue, value->Str());
+    if (!condition.TextValue.IsEmpty()) return SameValue(condition.TextValue.Str(), value->Str());
+    return true;  // the acronym alone: any value
+}
+
+// A feature's attributes as a short list: a feature has a handful, and every style of the
+// object class asks for them, so a scan of this list beats a search of the map each time.
+class FeatureList {
+public:
+    explicit FeatureList(const KGFeatureAttributes& feature) : m_feature(feature) {
+        if (feature.GetCount() > kMaxListed) return;
+        for (const auto& entry : feature)
+            m_entries[m_count++] = {&entry.first.Str(), &entry.second};
+        m_listed = true;
+    }
+    const PlixUnicodeString* Find(const PlixUnicodeString& acronym) const {
+        if (!m_listed) return m_feature.Find(acronym);
+        const std::u16string& key = acronym.Str();
+        for (int i = 0; i < m_count; ++i) {
+            if (*m_entries[i].acronym == key) return m_entries[i].value;
+        }
+        return nullptr;
+    }
+
+private:
+    static constexpr int kMaxListed = 16;
+    struct Entry {
+        const std::u16string* acronym;
+        const PlixUnicodeString* value;
+    };
+    const KGFeatureAttributes& m_feature;
+    Entry m_entries[kMaxListed] = {};
+    int m_count = 0;
+    bool m_listed = false;
+};
+
+bool AllHold(const PlixArray<KGChartAttributeCondition>& conditions, const FeatureList& feature) {
+    for (const auto& condition : conditions) {
+        if (IsCatchAll(condition)) continue;
+        if (!HoldsFor(condition, feature.Find(condition.AttributeAcronym))) return false;
     }
     return true;
 }
 
 template <typename Style>
-int Choose(const PlixArray<Style*>& styles, const KGFeatureAttributes& feature) {
+int Choose(const PlixArray<Style*>& styles, const KGFeatureAttributes& attributes) {
+    const FeatureList feature(attributes);
     int chosen = -1;
     int most = -1;
     for (int i = 0; i < styles.GetSize(); ++i) {
         if (styles[i] == nullptr) continue;
-        const KGChartStyleMatch match = KGMatchConditions(styles[i]->AttributeConditions, feature);
-        // Strictly more: of equals the first in table order stays.
-        if (match.matches && match.conditions > most) {
+        // Strictly more: of equals the first in table order stays, so a style with no more
+        // conditions than the best so far cannot win and is not tested.
+        const int conditions = CountConditions(styles[i]->AttributeConditions);
+        if (conditions <= most) continue;
+        if (AllHold(styles[i]->AttributeConditions, feature)) {
             chosen = i;
-            most = match.conditions;
+            most = conditions;
         }
     }
     return chosen;
@@ -79,17 +193,7 @@ const Style* ChooseFrom(const PlixArray<Style*>& styles, const KGFeatureAttribut
 bool KGConditionHolds(const KGChartAttributeCondition& condition,
                       const KGFeatureAttributes& feature) {
     if (IsCatchAll(condition)) return true;
-    const PlixUnicodeString* value = feature.Find(condition.AttributeAcronym);
-    const bool hasValue = value != nullptr && !value->IsEmpty();
-    if (condition.TextValue == PlixUnicodeString(u"?")) return !hasValue;
-    if (!hasValue) return false;
-    if (condition.IntegerValue != 0) {
-        PlixUnicodeString number(*value);
-        number.Trim();
-        return IsNumber(number) && kgatof(number) == condition.IntegerValue;
-    }
-    if (!condition.TextValue.IsEmpty()) return SameValue(condition.TextValue, *value);
-    return true;  // the acronym alone: any value
+    return HoldsFor(condition, feature.Find(condition.AttributeAcronym));
 }
 
 KGChartStyleMatch KGMatchConditions(const PlixArray<KGChartAttributeCondition>& conditions,

@@ -5,59 +5,81 @@
 using PLIX::PlixUnicodeString;
 
 namespace KGC {
+namespace {
+
+enum Child {
+    kName,
+    kSubset,
+    kLocalName,
+    kDefinition,
+    kReferences,
+    kIndication,
+    kRemarks,
+    kCondition,
+    kFormat,
+    kInputs,
+    kChildCount
+};
+constexpr std::array<const char*, kChildCount> kChildren{
+    "Name",       "Subset",  "LocalName", "Definition", "References",
+    "Indication", "Remarks", "Condition", "Format",     "ExpectedInputs"};
+
+void ReadExpectedValues(KGMarkupReader::Element inputs, KGS57Attribute& record) {
+    int count = 0;
+    for (auto v = inputs.FirstChild("ExpectedValue"); v; v = v.Next("ExpectedValue")) ++count;
+    record.expectedValues.SetSize(count);
+    int i = 0;
+    for (auto v = inputs.FirstChild("ExpectedValue"); v; v = v.Next("ExpectedValue")) {
+        KGS57ExpectedValue& value = record.expectedValues[i++];
+        ToUnicode(v.Attribute("Meaning"), value.meaning);
+        value.id = static_cast<int16_t>(s57dict::ToInt(v.Attribute("ID")));
+        // Deliberately kept: "References" counts only after "Definition" when there is one.
+        const auto definition = v.FirstChild("Definition");
+        s57dict::ReadData(definition, value.definition);
+        s57dict::ReadData(definition ? definition.Next("References") : v.FirstChild("References"),
+                          value.references);
+    }
+}
+
+}  // namespace
 
 KGS57Attributes::KGS57Attributes() = default;
 
 bool KGS57Attributes::LoadXml(const PlixUnicodeString& path) {
     // Deliberately kept: unlike the object class file, another root is an empty dictionary,
     // not a failure.
-    static const s57dict::RecordFile file{u"Attributes", u"Attribute",
+    static const s57dict::RecordFile file{"Attributes", "Attribute",
                                           s57dict::kAttributeFileUnreadable, true};
-    const PlixUnicodeString acronymAttr(u"Acronym"), codeAttr(u"Code"), typeAttr(u"Type"),
-        valueAttr(u"value"), idAttr(u"ID"), meaningAttr(u"Meaning");
-    const PlixUnicodeString nameElem(u"Name"), subsetElem(u"Subset"), localNameElem(u"LocalName"),
-        definitionElem(u"Definition"), referencesElem(u"References"), indicationElem(u"Indication"),
-        remarksElem(u"Remarks"), conditionElem(u"Condition"), formatElem(u"Format"),
-        inputsElem(u"ExpectedInputs"), valueElem(u"ExpectedValue");
-    return s57dict::LoadRecords(path, file, m_records, [&](KGMarkup& doc, KGS57Attribute& record) {
-        record.acronym = doc.GetAttrib(acronymAttr);
-        record.code = s57dict::ReadCode(doc.GetAttrib(codeAttr));
-        PlixUnicodeString type = doc.GetAttrib(typeAttr);
-        type.Trim();
-        if (!type.IsEmpty()) record.type = KGS57DefineInfo::ToAttributeType(type);
+    return s57dict::LoadRecords(
+        path, file, m_records, [&](KGMarkupReader::Element e, KGS57Attribute& record) {
+            ToUnicode(e.Attribute("Acronym"), record.acronym);
+            record.code = s57dict::ReadCode(e.Attribute("Code"));
+            PlixUnicodeString type = ToUnicode(e.Attribute("Type"));
+            type.Trim();
+            record.type = type.IsEmpty() ? KGS57DefineInfo::AttrUnknown
+                                         : KGS57DefineInfo::ToAttributeType(type);
 
-        s57dict::ReadChildData(doc, nameElem, record.name);
-        if (doc.FindChildElem(subsetElem)) {
-            PlixUnicodeString subset = doc.GetChildAttrib(valueAttr);
-            subset.Trim();
-            if (!subset.IsEmpty()) record.subset = std::move(subset);
-        }
-        doc.ResetChildPos();
-        s57dict::ReadChildData(doc, localNameElem, record.localName);
-        s57dict::ReadChildData(doc, definitionElem, record.definition);
-        s57dict::ReadChildData(doc, referencesElem, record.references);
-        s57dict::ReadChildData(doc, indicationElem, record.indication);
-        s57dict::ReadChildData(doc, remarksElem, record.remarks);
-        s57dict::ReadChildData(doc, conditionElem, record.condition);
-        s57dict::ReadChildData(doc, formatElem, record.format);
-
-        if (doc.FindChildElem(inputsElem)) {
-            doc.IntoElem();
-            while (doc.FindChildElem(valueElem)) {
-                KGS57ExpectedValue value;
-                value.meaning = doc.GetChildAttrib(meaningAttr);
-                value.id = static_cast<int16_t>(doc.GetChildAttrib(idAttr).ToInt(10));
-                doc.IntoElem();
-                // No reset between the two: "References" counts only after "Definition".
-                if (doc.FindChildElem(definitionElem)) value.definition = doc.GetChildData();
-                if (doc.FindChildElem(referencesElem)) value.references = doc.GetChildData();
-                doc.OutOfElem();
-                record.expectedValues.Add(std::move(value));
+            const auto children = s57dict::FirstChildren(e, kChildren);
+            s57dict::ReadData(children[kName], record.name);
+            record.subset.Empty();
+            if (children[kSubset]) {
+                PlixUnicodeString subset = ToUnicode(children[kSubset].Attribute("value"));
+                subset.Trim();
+                if (!subset.IsEmpty()) record.subset = std::move(subset);
             }
-            doc.OutOfElem();
-        }
-        doc.ResetChildPos();
-    });
+            s57dict::ReadData(children[kLocalName], record.localName);
+            s57dict::ReadData(children[kDefinition], record.definition);
+            s57dict::ReadData(children[kReferences], record.references);
+            s57dict::ReadData(children[kIndication], record.indication);
+            s57dict::ReadData(children[kRemarks], record.remarks);
+            s57dict::ReadData(children[kCondition], record.condition);
+            s57dict::ReadData(children[kFormat], record.format);
+            if (children[kInputs]) {
+                ReadExpectedValues(children[kInputs], record);
+            } else {
+                record.expectedValues.RemoveAll();
+            }
+        });
 }
 
 }  // namespace KGC

@@ -9,22 +9,24 @@ namespace KGC {
 KGS57Objects::KGS57Objects() = default;
 
 bool KGS57Objects::LoadXml(const PlixUnicodeString& path) {
-    static const s57dict::RecordFile file{u"ObjectClasses", u"ObjectClass",
+    static const s57dict::RecordFile file{"ObjectClasses", "ObjectClass",
                                           s57dict::kObjectFileUnreadable, false};
-    const PlixUnicodeString acronymAttr(u"Acronym"), codeAttr(u"Code"), typeAttr(u"Type");
-    const PlixUnicodeString nameElem(u"Name"), definitionElem(u"Definition"),
-        referencesElem(u"References"), remarksElem(u"Remarks");
-    return s57dict::LoadRecords(path, file, m_records, [&](KGMarkup& doc, KGS57Object& record) {
-        record.acronym = doc.GetAttrib(acronymAttr);
-        record.code = s57dict::ReadCode(doc.GetAttrib(codeAttr));
-        PlixUnicodeString type = doc.GetAttrib(typeAttr);
-        type.Trim();
-        if (!type.IsEmpty()) record.type = KGS57DefineInfo::ToFeatureType(type);
-        s57dict::ReadChildData(doc, nameElem, record.name);
-        s57dict::ReadChildData(doc, definitionElem, record.definition);
-        s57dict::ReadChildData(doc, referencesElem, record.references);
-        s57dict::ReadChildData(doc, remarksElem, record.remarks);
-    });
+    static constexpr std::array<const char*, 4> kChildren{"Name", "Definition", "References",
+                                                          "Remarks"};
+    return s57dict::LoadRecords(
+        path, file, m_records, [&](KGMarkupReader::Element e, KGS57Object& record) {
+            ToUnicode(e.Attribute("Acronym"), record.acronym);
+            record.code = s57dict::ReadCode(e.Attribute("Code"));
+            PlixUnicodeString type = ToUnicode(e.Attribute("Type"));
+            type.Trim();
+            record.type = type.IsEmpty() ? KGS57DefineInfo::FeatureUnknown
+                                         : KGS57DefineInfo::ToFeatureType(type);
+            const auto children = s57dict::FirstChildren(e, kChildren);
+            s57dict::ReadData(children[0], record.name);
+            s57dict::ReadData(children[1], record.definition);
+            s57dict::ReadData(children[2], record.references);
+            s57dict::ReadData(children[3], record.remarks);
+        });
 }
 
 }  // namespace KGC
