@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "KGAtomicFile.h"
+#include "KGDocumentRead.h"
 #include "KGTextEncoding.h"
 
 namespace KGC {
@@ -36,11 +37,6 @@ auto Guarded(Body body, Failed failed) -> decltype(body()) {
 constexpr auto kNoText = [] { return PlixUnicodeString(); };
 constexpr auto kFalse = [] { return false; };
 
-// Declarations, comments and processing instructions are kept so that a settings file edited
-// by hand keeps them through a save; DOCTYPE is parsed only so that it can be refused.
-constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_declaration |
-                                   pugi::parse_comments | pugi::parse_pi | pugi::parse_doctype |
-                                   pugi::parse_ws_pcdata_single;
 constexpr unsigned kFormat = pugi::format_indent | pugi::format_no_declaration;
 constexpr char kIndent[] = "  ";
 
@@ -182,53 +178,6 @@ bool SetAttribOn(pugi::xml_node n, const PlixUnicodeString& name, const std::str
     return a && a.set_value(value.c_str());
 }
 
-// Stops the walk at the first element nested deeper than the limit. pugixml's traverse is
-// iterative, so a deep document cannot exhaust the stack here; it is also several times
-// cheaper than walking the tree through the node API, one library call per step.
-class DepthLimit : public pugi::xml_tree_walker {
-public:
-    explicit DepthLimit(int limit) : m_limit(limit) {}
-    bool for_each(pugi::xml_node& node) override {
-        // depth() counts from 0 for the children of the document.
-        return depth() < m_limit || node.type() != pugi::node_element;
-    }
-
-private:
-    int m_limit;
-};
-
-// What the text said about itself before it was parsed.
-struct Prolog {
-    bool declaration = false;  // it opens with an XML declaration
-    std::string declared;      // the encoding that declaration names
-};
-
-// Why a parsed document is refused; empty when it is acceptable.
-std::string StructureProblem(pugi::xml_document& doc, const Prolog& prolog) {
-    int roots = 0;
-    int declarations = 0;
-    for (pugi::xml_node n = doc.first_child(); n; n = n.next_sibling()) {
-        if (n.type() == pugi::node_doctype) return "DOCTYPE declarations are not accepted";
-        if (n.type() == pugi::node_declaration) ++declarations;
-        if (IsElement(n)) ++roots;
-    }
-    if (roots == 0) return "no root element";
-    if (roots > 1) return "more than one root element";
-    // The encoding was chosen from the declaration at the start of the text; one elsewhere, or
-    // one the parser reads differently, would be written back naming another encoding.
-    if (declarations > 1 || (declarations == 1 && !prolog.declaration)) {
-        return "the XML declaration must open the document, once";
-    }
-    if (declarations == 1 && prolog.declared != doc.first_child().attribute("encoding").value()) {
-        return "malformed XML declaration";
-    }
-    DepthLimit walker(KGMarkup::MaxDepth);
-    if (!doc.traverse(walker)) {
-        return "elements nested deeper than " + std::to_string(KGMarkup::MaxDepth);
-    }
-    return std::string();
-}
-
 bool HasDeclaration(const pugi::xml_document& doc) {
     for (pugi::xml_node n = doc.first_child(); n; n = n.next_sibling()) {
         if (n.type() == pugi::node_declaration) return true;
@@ -257,12 +206,6 @@ public:
 private:
     std::string& m_out;
 };
-
-// A buffer from pugixml's allocator, so that the document can parse it in place and own it.
-struct PugiFree {
-    void operator()(char* p) const { pugi::get_memory_deallocation_function()(p); }
-};
-using PugiBuffer = std::unique_ptr<char, PugiFree>;
 
 }  // namespace
 
@@ -298,53 +241,9 @@ struct KGMarkup::Private {
         return false;
     }
 
-    bool Finish(const pugi::xml_parse_result& result, const TextEncoding::Encoding& enc,
-                const Prolog& prolog) {
-        if (!result) {
-            return Fail(std::string(result.description()) + " at offset " +
-                        std::to_string(result.offset));
-        }
-        std::string problem = StructureProblem(doc, prolog);
-        if (!problem.empty()) return Fail(std::move(problem));
-        encoding = enc;
-        return true;
-    }
-
-    // Checks made on the UTF-8 text before it is parsed; false, with the document failed,
-    // when the text is refused.
-    bool Acceptable(const char* data, size_t size, const TextEncoding::Encoding& enc,
-                    Prolog& prolog) {
-        // XML has no NUL character, and pugixml would silently stop reading at one.
-        if (const void* nul = std::memchr(data, 0, size)) {
-            return Fail("NUL character at offset " +
-                        std::to_string(static_cast<const char*>(nul) - data));
-        }
-        prolog.declaration = TextEncoding::StartsWithDeclaration(data, size);
-        prolog.declared = TextEncoding::DeclaredEncoding(data, size);
-        if (!TextEncoding::Agrees(enc, prolog.declared)) {
-            return Fail("declared " + prolog.declared + " but read as " + enc.name);
-        }
-        return true;
-    }
-
-    bool ParseOwned(PugiBuffer buffer, size_t size, const TextEncoding::Encoding& enc) {
-        Prolog prolog;
-        if (!Acceptable(buffer.get(), size, enc, prolog)) return false;
-        return Finish(
-            doc.load_buffer_inplace_own(buffer.release(), size, kParseOptions, pugi::encoding_utf8),
-            enc, prolog);
-    }
-
     bool LoadFile(const PlixUnicodeString& path);
     bool SaveFile(const PlixUnicodeString& path);
     bool ParseText(const PlixUnicodeString& text);
-
-    bool ParseCopy(const std::string& utf8, const TextEncoding::Encoding& enc) {
-        Prolog prolog;
-        if (!Acceptable(utf8.data(), utf8.size(), enc, prolog)) return false;
-        return Finish(doc.load_buffer(utf8.data(), utf8.size(), kParseOptions, pugi::encoding_utf8),
-                      enc, prolog);
-    }
 };
 
 KGMarkup::KGMarkup() : d(std::make_unique<Private>()) {}
@@ -390,56 +289,10 @@ bool KGMarkup::Load(const PlixUnicodeString& path) {
 }
 
 bool KGMarkup::Private::LoadFile(const PlixUnicodeString& path) {
-    {
-        Private& p = *this;
-        p.Clear();
-        const std::string file = path.ToUtf8();
-        // Non-blocking, so that a FIFO in place of the file is refused below instead of
-        // waiting for a writer; on a regular file the flag changes nothing.
-        FileDescriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-        if (fd.Get() < 0) return p.Fail(SystemError("cannot open ", file));
-        struct stat st {};
-        if (::fstat(fd.Get(), &st) != 0) return p.Fail(SystemError("cannot read ", file));
-        if (!S_ISREG(st.st_mode)) return p.Fail(file + " is not a regular file");
-        if (st.st_size > MaxFileSize) {
-            return p.Fail(file + " is larger than " + std::to_string(MaxFileSize) + " bytes");
-        }
-        size_t size = static_cast<size_t>(st.st_size);
-        PugiBuffer buffer(static_cast<char*>(pugi::get_memory_allocation_function()(size + 1)));
-        if (!buffer) return p.Fail("out of memory");
-        size_t got = 0;
-        while (got < size) {
-            ssize_t n = ::read(fd.Get(), buffer.get() + got, size - got);
-            if (n < 0 && errno == EINTR) continue;
-            if (n < 0) return p.Fail(SystemError("cannot read ", file));
-            if (n == 0) break;  // the file shrank meanwhile; parse what is there
-            got += static_cast<size_t>(n);
-        }
-        fd.Close();
-
-        TextEncoding::Encoding enc;
-        size_t bomLength = 0;
-        std::string error;
-        if (!TextEncoding::Detect(buffer.get(), got, enc, bomLength, error)) {
-            return p.Fail(std::move(error));
-        }
-        if (enc.form == TextEncoding::Form::Utf8) {
-            if (!TextEncoding::CheckUtf8(buffer.get() + bomLength, got - bomLength, bomLength,
-                                         error)) {
-                return p.Fail(std::move(error));
-            }
-            if (bomLength > 0)
-                std::memmove(buffer.get(), buffer.get() + bomLength, got - bomLength);
-            return p.ParseOwned(std::move(buffer), got - bomLength, enc);
-        }
-        std::string utf8;
-        if (!TextEncoding::Decode(buffer.get() + bomLength, got - bomLength, enc, utf8, error,
-                                  bomLength)) {
-            return p.Fail(std::move(error));
-        }
-        buffer.reset();
-        return p.ParseCopy(utf8, enc);
-    }
+    Clear();
+    std::string reason;
+    if (!DocumentRead::ReadFile(path.ToUtf8(), doc, encoding, reason)) return Fail(reason);
+    return true;
 }
 
 bool KGMarkup::Save(const PlixUnicodeString& path) {
@@ -510,7 +363,9 @@ bool KGMarkup::Private::ParseText(const PlixUnicodeString& text) {
             return p.Fail(std::move(error));
         }
         if (enc.form == TextEncoding::Form::Utf8) enc.bom = bom;
-        return p.ParseCopy(utf8, enc);
+        if (!DocumentRead::Parse(utf8.data(), utf8.size(), enc, doc, error)) return p.Fail(error);
+        p.encoding = enc;
+        return true;
     }
 }
 

@@ -60,7 +60,7 @@ TEST(KGMarkupReader, AcceptsRefusesAndReadsAsTheCursorDoes) {
         EXPECT_EQ(cursor.GetEncoding(), reader.GetEncoding());
         EXPECT_EQ(cursor.FindElem() ? Dump(cursor) : "", reader.Root() ? Dump(reader.Root()) : "");
     }
-    EXPECT_EQ(36u, files.size());
+    EXPECT_EQ(44u, files.size());
 }
 
 }  // namespace
