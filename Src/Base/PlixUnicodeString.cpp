@@ -143,13 +143,7 @@ std::u16string Utf8ToUtf16(const char* data, size_t length) {
 }
 
 void Utf8ToUtf16(const char* data, size_t length, std::u16string& out) {
-    // A string that must grow is made at the exact size, as the returning form makes it,
-    // rather than by resize's doubling.
-    if (out.capacity() < length) {
-        out = std::u16string(length, u'\0');
-    } else {
-        out.resize(length);
-    }
+    out.resize(length);
     out.resize(DecodeUtf8(data, length, out.data()));
 }
 
