@@ -27,7 +27,7 @@ cmake --build "$build" -j "$(nproc 2>/dev/null || echo 2)" --target "${harnesses
 mkdir -p "$build/findings"
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 export VLCHART_HOME=$build/no-home/ VLCHART_LOG=$build/fuzz.log
-export VLFUZZ_ATTRIBUTES=$root/Data/S57Attributes.xml
+export VLFUZZ_ATTRIBUTES=$root/Data/Dictionary/S57Attributes.xml
 for name in "${harnesses[@]}"; do
   work=$build/corpus/$name
   mkdir -p "$work"
