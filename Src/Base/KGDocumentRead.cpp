@@ -44,6 +44,19 @@ private:
     int m_limit;
 };
 
+// The declaration XML allows: version first, then encoding and standalone, values without
+// markup. pugixml reads any attributes there, and one holding "<" or "&" is written back
+// escaped, as text the scanner of the declaration then reads differently.
+bool WellFormedDeclaration(const pugi::xml_node& declaration) {
+    int i = 0;
+    for (pugi::xml_attribute a = declaration.first_attribute(); a; a = a.next_attribute(), ++i) {
+        const std::string name = a.name();
+        if (i == 0 ? name != "version" : name != "encoding" && name != "standalone") return false;
+        if (std::strpbrk(a.value(), "<&") != nullptr) return false;
+    }
+    return i > 0;
+}
+
 // What the text said about itself before it was parsed.
 struct Prolog {
     bool declaration = false;  // it opens with an XML declaration
@@ -66,7 +79,8 @@ std::string StructureProblem(pugi::xml_document& doc, const Prolog& prolog) {
     if (declarations > 1 || (declarations == 1 && !prolog.declaration)) {
         return "the XML declaration must open the document, once";
     }
-    if (declarations == 1 && prolog.declared != doc.first_child().attribute("encoding").value()) {
+    if (declarations == 1 && (prolog.declared != doc.first_child().attribute("encoding").value() ||
+                              !WellFormedDeclaration(doc.first_child()))) {
         return "malformed XML declaration";
     }
     DepthLimit walker(KGMarkup::MaxDepth);

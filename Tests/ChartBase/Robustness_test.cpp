@@ -177,6 +177,9 @@ TEST(Robustness, SavesKilledMidwayLeaveAWholeFileAndTheNextSaveCleansUp) {
     KGC::KGMarkup doc(
         PlixUnicodeString(vltest::ReadFile(vltest::TestDataDir() + "env/ChartConfig.xml")));
     ASSERT_TRUE(doc.Save(path));
+    // Each save also removes what earlier killed writers left, so count what a kill leaves
+    // round by round: most kills land inside a save (the flush is the slow part).
+    int roundsWithLeftovers = 0;
     for (int round = 0; round < 40; ++round) {
         SCOPED_TRACE(round);
         const pid_t pid = fork();
@@ -189,11 +192,13 @@ TEST(Robustness, SavesKilledMidwayLeaveAWholeFileAndTheNextSaveCleansUp) {
         KGC::KGMarkup read;
         ASSERT_TRUE(read.Load(path)) << read.GetError().ToUtf8();
         ASSERT_EQ(read.GetDoc(), doc.GetDoc());
+        roundsWithLeftovers += std::distance(std::filesystem::directory_iterator(dir.Path()),
+                                             std::filesystem::directory_iterator()) > 1;
     }
-    // Most kills land inside a save (the flush is the slow part), so temporary files are left.
-    const auto leftovers = std::distance(std::filesystem::directory_iterator(dir.Path()),
-                                         std::filesystem::directory_iterator());
-    EXPECT_GT(leftovers, 1);
+    EXPECT_GT(roundsWithLeftovers, 0);
+    // A save by a process that died long ago (its PID in the name, no longer running) is swept
+    // too, whatever the loop left.
+    vltest::WriteFile(dir.File(".ChartConfig.xml.1999999999.abcdef"), "half");
     ASSERT_TRUE(doc.Save(path));
     size_t entries = 0;
     for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) {
