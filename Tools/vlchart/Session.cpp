@@ -107,18 +107,29 @@ KGC::KGChartEnvironment& Session::Environment() {
     return *m_environment;
 }
 
-PlixUnicodeString Session::Style() {
+PlixUnicodeString Session::FindStyle(const std::string& name) {
     PLIX::PlixArray<PlixUnicodeString> names;
     Environment().GetStyleNames(names);
+    const PlixUnicodeString wanted = Utf16(name);
+    for (const auto& written : names) {
+        if (written.CompareNoCase(wanted) == 0) return written;
+    }
+    return PlixUnicodeString();
+}
+
+PlixUnicodeString Session::Style() {
     if (m_options.style.empty()) {
+        PLIX::PlixArray<PlixUnicodeString> names;
+        Environment().GetStyleNames(names);
         if (names.IsEmpty()) throw ToolError(kExitFound, SettingsPath() + ": no style");
         return names[0];
     }
-    const PlixUnicodeString wanted = Utf16(m_options.style);
-    for (const auto& name : names) {
-        if (name.CompareNoCase(wanted) == 0) return name;
+    const PlixUnicodeString style = FindStyle(m_options.style);
+    if (style.IsEmpty()) {
+        throw ToolError(kExitFound,
+                        "style '" + m_options.style + "' not found in " + SettingsPath());
     }
-    throw ToolError(kExitFound, "style '" + m_options.style + "' not found in " + SettingsPath());
+    return style;
 }
 
 }  // namespace vlchart

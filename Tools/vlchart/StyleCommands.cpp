@@ -24,12 +24,11 @@ struct StyleOptions {
 
 // The name as the settings file writes it; a ToolError (kExitFound) when there is none.
 PlixUnicodeString Existing(Session& session, const std::string& name) {
-    PLIX::PlixArray<PlixUnicodeString> names;
-    session.Environment().GetStyleNames(names);
-    for (const auto& n : names) {
-        if (n.CompareNoCase(Utf16(name)) == 0) return n;
+    const PlixUnicodeString style = session.FindStyle(name);
+    if (style.IsEmpty()) {
+        throw ToolError(kExitFound, "style '" + name + "' not found in " + session.SettingsPath());
     }
-    throw ToolError(kExitFound, "style '" + name + "' not found in " + session.SettingsPath());
+    return style;
 }
 
 int Saved(Session& session, bool saved, const std::string& what) {
@@ -67,12 +66,9 @@ int List(Session& session) {
 }
 
 int Add(Session& session, const StyleOptions& o) {
-    PLIX::PlixArray<PlixUnicodeString> names;
-    session.Environment().GetStyleNames(names);
-    for (const auto& n : names) {
-        if (n.CompareNoCase(Utf16(o.name)) == 0)
-            throw ToolError(kExitFound, "style '" + Utf8(n) + "' already exists");
-    }
+    const PlixUnicodeString existing = session.FindStyle(o.name);
+    if (!existing.IsEmpty())
+        throw ToolError(kExitFound, "style '" + Utf8(existing) + "' already exists");
     const auto type = KGChartDisplayStyle::GetChartDisplayStyleType(Utf16(o.type));
     return Saved(session, session.Environment().AddNewStyle(Utf16(o.name), type),
                  "added style " + o.name + " (" + o.type + ")");

@@ -57,6 +57,8 @@ public:
     // --style, else the first style of the settings file; a ToolError (kExitFound) when the
     // style does not exist.
     PLIX::PlixUnicodeString Style();
+    // The style of that name (any case) as the settings file writes it; empty when none.
+    PLIX::PlixUnicodeString FindStyle(const std::string& name);
     // Log records the library wrote while this session ran (the registry's reload included).
     const std::vector<KGC::KGLogRecord>& Log() const { return *m_log; }
 
