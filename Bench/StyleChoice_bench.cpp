@@ -5,8 +5,11 @@
 //
 // - BM_AcronymLookup: the acronym's items alone, as GetLookup...Items hands them out.
 // - BM_ChooseStyle: the choice alone, on items already found.
-// - BM_LookupAndChooseStyle: what a host pays per feature, both together; "per_100k_features" is a
-//   chart of 100 000 such features (processor time).
+// - BM_LookupAndChooseStyle: both together, as a host pays per feature with KGChooseStyle;
+//   "per_100k_features" is a chart of 100 000 such features (processor time).
+// - BM_PreparedChooser: what a host pays per feature with a KGChartStyleChooser built once per
+//   table: the acronym and the choice in one call. Its answers are checked against
+//   KGChooseStyle's before the timing starts.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -17,6 +20,7 @@
 
 #include "ChartBase/KGChartLookupTable.h"
 #include "ChartBase/KGChartStyleChoice.h"
+#include "ChartBase/KGChartStyleChooser.h"
 #include "KGChartLookupBenchData.h"
 
 namespace {
@@ -34,6 +38,7 @@ struct Feature {
     KGFeatureAttributes attributes;
     // The items the acronym finds, for the choice alone.
     const void* items;
+    const KGC::KGChartStyleChooser* chooser = nullptr;
 };
 
 // Values that make every condition of the style hold.
@@ -71,6 +76,8 @@ struct Charts {
     std::unique_ptr<KGChartLookupTable> a = std::make_unique<KGChartLookupTable>();
     std::unique_ptr<KGChartLookupTable> b = std::make_unique<KGChartLookupTable>();
     std::vector<Feature> features;
+    std::unique_ptr<KGC::KGChartStyleChooser> chooseA;
+    std::unique_ptr<KGC::KGChartStyleChooser> chooseB;
 };
 
 const Charts& Features() {
@@ -84,6 +91,10 @@ const Charts& Features() {
             AddFeatures(Kind::Area, *t, t->GetAreaTable(), c.features);
         }
         std::shuffle(c.features.begin(), c.features.end(), std::mt19937(52));
+        c.chooseA = std::make_unique<KGC::KGChartStyleChooser>(*c.a);
+        c.chooseB = std::make_unique<KGC::KGChartStyleChooser>(*c.b);
+        for (Feature& f : c.features)
+            f.chooser = f.table == c.a.get() ? c.chooseA.get() : c.chooseB.get();
         return c;
     }();
     return charts;
@@ -168,5 +179,35 @@ void BM_LookupAndChooseStyle(benchmark::State& state) {
     PerFeature(state);
 }
 BENCHMARK(BM_LookupAndChooseStyle);
+
+const void* ChoosePrepared(const Feature& f) {
+    switch (f.kind) {
+        case Kind::Point:
+            return f.chooser->ChoosePoint(f.acronym, f.attributes);
+        case Kind::Line:
+            return f.chooser->ChooseLine(f.acronym, f.attributes);
+        case Kind::Area:
+            return f.chooser->ChooseArea(f.acronym, f.attributes);
+    }
+    return nullptr;
+}
+
+void BM_PreparedChooser(benchmark::State& state) {
+    if (!lookupbench::UseRealData(state)) return;
+    const std::vector<Feature>& features = Features().features;
+    for (const Feature& f : features) {
+        if (ChoosePrepared(f) != Choose(f, f.items)) {
+            state.SkipWithError("the prepared chooser and KGChooseStyle disagree");
+            return;
+        }
+    }
+    size_t i = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ChoosePrepared(features[i]));
+        if (++i == features.size()) i = 0;
+    }
+    PerFeature(state);
+}
+BENCHMARK(BM_PreparedChooser);
 
 }  // namespace

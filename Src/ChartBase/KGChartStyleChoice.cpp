@@ -2,37 +2,24 @@
 #include "ChartBase/KGChartStyleChoice.h"
 
 #include <string>
-#include <string_view>
 
 #include "Base/KGNumber.h"
 #include "ChartBase/KGChartLookupTable.h"
+#include "KGChartConditionMatch.h"
 
 using PLIX::PlixArray;
 using PLIX::PlixUnicodeString;
 
 namespace KGC {
+namespace condition {
 namespace {
-
-bool IsCatchAll(const KGChartAttributeCondition& condition) {
-    return condition.AttributeAcronym.IsEmpty();
-}
 
 // The comparisons work on views of the condition and the feature's value: a host chooses once
 // per feature over every style of the object class, so nothing here may allocate in the usual
 // case.
-using View = std::u16string_view;
 
 bool IsBlank(char16_t c) {
     return c == u'\r' || c == u'\n' || c == u'\t' || c == u' ';
-}
-
-// What PlixUnicodeString::Trim() leaves.
-View Trimmed(View text) {
-    size_t first = 0;
-    while (first < text.size() && IsBlank(text[first])) ++first;
-    size_t last = text.size();
-    while (last > first && IsBlank(text[last - 1])) --last;
-    return text.substr(first, last - first);
 }
 
 // A decimal number as S-57 writes one: optional sign, digits, at most one point.
@@ -52,22 +39,6 @@ bool IsNumber(View text) {
     return digits > 0;
 }
 
-// Digits alone, few enough that a double holds the value exactly: two such texts are the same
-// number exactly when they are the same digits after their leading zeros.
-bool IsSmallInteger(View text) {
-    if (text.empty() || text.size() > 15) return false;
-    for (char16_t c : text) {
-        if (c < u'0' || c > u'9') return false;
-    }
-    return true;
-}
-
-View WithoutLeadingZeros(View digits) {
-    size_t i = 0;
-    while (i + 1 < digits.size() && digits[i] == u'0') ++i;
-    return digits.substr(i);
-}
-
 double NumberOf(View text) {
     return kgatof(PlixUnicodeString(std::u16string(text)));
 }
@@ -84,7 +55,32 @@ bool SameElement(View a, View b) {
     return false;
 }
 
-// Equal element by element, in order; a single value is a list of one.
+}  // namespace
+
+View Trimmed(View text) {
+    size_t first = 0;
+    while (first < text.size() && IsBlank(text[first])) ++first;
+    size_t last = text.size();
+    while (last > first && IsBlank(text[last - 1])) --last;
+    return text.substr(first, last - first);
+}
+
+// Two such texts are the same number exactly when they are the same digits after their leading
+// zeros.
+bool IsSmallInteger(View text) {
+    if (text.empty() || text.size() > 15) return false;
+    for (char16_t c : text) {
+        if (c < u'0' || c > u'9') return false;
+    }
+    return true;
+}
+
+View WithoutLeadingZeros(View digits) {
+    size_t i = 0;
+    while (i + 1 < digits.size() && digits[i] == u'0') ++i;
+    return digits.substr(i);
+}
+
 bool SameValue(View wanted, View value) {
     while (true) {
         const size_t a = wanted.find(u',');
@@ -97,7 +93,6 @@ bool SameValue(View wanted, View value) {
     }
 }
 
-// The integer condition: the value, trimmed, must be a number equal to it.
 bool SameInteger(int32_t wanted, View value) {
     value = Trimmed(value);
     if (IsSmallInteger(value) && WithoutLeadingZeros(value).size() <= 10) {
@@ -107,6 +102,13 @@ bool SameInteger(int32_t wanted, View value) {
     }
     return IsNumber(value) && NumberOf(value) == wanted;
 }
+
+}  // namespace condition
+
+namespace {
+
+using condition::IsCatchAll;
+using condition::View;
 
 int CountConditions(const PlixArray<KGChartAttributeCondition>& conditions) {
     int count = 0;
@@ -119,8 +121,10 @@ bool HoldsFor(const KGChartAttributeCondition& condition, const PlixUnicodeStrin
     const bool hasValue = value != nullptr && !value->IsEmpty();
     if (condition.TextValue.Str() == u"?") return !hasValue;
     if (!hasValue) return false;
-    if (condition.IntegerValue != 0) return SameInteger(condition.IntegerValue, value->Str());
-    if (!condition.TextValue.IsEmpty()) return SameValue(condition.TextValue.Str(), value->Str());
+    if (condition.IntegerValue != 0)
+        return condition::SameInteger(condition.IntegerValue, value->Str());
+    if (!condition.TextValue.IsEmpty())
+        return condition::SameValue(condition.TextValue.Str(), value->Str());
     return true;  // the acronym alone: any value
 }
 

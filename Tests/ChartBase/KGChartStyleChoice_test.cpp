@@ -1,7 +1,8 @@
 // The style a feature gets among its object class's look-up entries: the features of
 // Tests/Data/style-choice.txt over real entries of the S-52 tables (and a hand-made table where
-// those have no example), chosen by the library and by `vlchart lookup`, against the entry named
-// by its attribute combination.
+// those have no example), chosen by the library, by the prepared chooser and by `vlchart lookup`,
+// against the entry named by its attribute combination; and the prepared chooser against
+// KGChooseStyle on features made from every entry of the real tables.
 #include "ChartBase/KGChartStyleChoice.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 #include <string>
 
 #include "ChartBase/KGChartLookupTable.h"
+#include "ChartBase/KGChartStyleChooser.h"
 #include "ChartBase/KGS57Dictionary.h"
 #include "TestSupport.h"
 
@@ -36,19 +38,29 @@ int EntryIndex(const std::string& file, const std::string& acronym,
     return -2;
 }
 
+// The choice of KGChooseStyle, after checking that the prepared chooser picks the same style.
+template <typename Items, typename Load, typename Get, typename Prepared>
+int LibraryChoice(Load load, Get get, Prepared prepared, const std::string& file,
+                  const std::string& acronym, const KGFeatureAttributes& feature) {
+    KGChartLookupTable table;
+    Items items;
+    if (!(table.*load)(file) || !(table.*get)(acronym.c_str(), items)) return -2;
+    const int i = KGChooseStyle(items.Styles, feature);
+    EXPECT_EQ((KGChartStyleChooser(table).*prepared)(acronym.c_str(), feature),
+              i < 0 ? nullptr : items.Styles[i]);
+    return i;
+}
+
 int LibraryChoice(const std::string& file, bool area, const std::string& acronym,
                   const KGFeatureAttributes& feature) {
-    KGChartLookupTable table;
     if (area) {
-        KGChartLookupAreaItems items;
-        if (!table.LoadAreaLookupTable(file) || !table.GetLookupAreaItems(acronym.c_str(), items))
-            return -2;
-        return KGChooseStyle(items.Styles, feature);
+        return LibraryChoice<KGChartLookupAreaItems>(
+            &KGChartLookupTable::LoadAreaLookupTable, &KGChartLookupTable::GetLookupAreaItems,
+            &KGChartStyleChooser::ChooseArea, file, acronym, feature);
     }
-    KGChartLookupPointItems items;
-    if (!table.LoadPointLookupTable(file) || !table.GetLookupPointItems(acronym.c_str(), items))
-        return -2;
-    return KGChooseStyle(items.Styles, feature);
+    return LibraryChoice<KGChartLookupPointItems>(
+        &KGChartLookupTable::LoadPointLookupTable, &KGChartLookupTable::GetLookupPointItems,
+        &KGChartStyleChooser::ChoosePoint, file, acronym, feature);
 }
 
 TEST(StyleChoice, TheEntryWithTheMostConditionsThatHoldWins) {
@@ -91,6 +103,83 @@ TEST(StyleChoice, TheEntryWithTheMostConditionsThatHoldWins) {
         EXPECT_EQ(chosen.is_null() ? -1 : chosen.get<int>(), expected) << run.out;
     }
     EXPECT_EQ(count, 31) << "features read from style-choice.txt";
+}
+
+// Features that meet every condition of one entry, and variations of each that move the choice
+// elsewhere: an attribute left out, present without a value, written with a leading zero and
+// blanks, or with one more list element.
+template <typename Style>
+std::vector<KGFeatureAttributes> FeaturesFor(const Style& style) {
+    KGFeatureAttributes base;
+    for (const auto& c : style.AttributeConditions) {
+        if (c.AttributeAcronym.IsEmpty() || c.TextValue == PLIX::PlixUnicodeString(u"?")) continue;
+        base.SetAt(c.AttributeAcronym, c.IntegerValue != 0     ? std::to_string(c.IntegerValue)
+                                       : c.TextValue.IsEmpty() ? PLIX::PlixUnicodeString(u"1")
+                                                               : c.TextValue);
+    }
+    std::vector<KGFeatureAttributes> features{base};
+    for (const auto& entry : base) {
+        for (const char16_t* change : {u"drop", u"", u" 0%s ", u"%s,1"}) {
+            KGFeatureAttributes f = base;
+            if (change == std::u16string(u"drop")) {
+                f.RemoveKey(entry.first);
+            } else {
+                std::u16string value = change;
+                const size_t at = value.find(u"%s");
+                if (at != std::u16string::npos) value.replace(at, 2, entry.second.Str());
+                f.SetAt(entry.first, PLIX::PlixUnicodeString(value));
+            }
+            features.push_back(f);
+        }
+    }
+    return features;
+}
+
+template <typename Map, typename Prepared>
+void CompareOverTable(const Map& map, const KGChartStyleChooser& chooser, Prepared prepared,
+                      int& features) {
+    for (const auto& group : map) {
+        for (const auto* style : group.second.Styles) {
+            for (const KGFeatureAttributes& feature : FeaturesFor(*style)) {
+                const int i = KGChooseStyle(group.second.Styles, feature);
+                ++features;
+                if ((chooser.*prepared)(group.first, feature) !=
+                    (i < 0 ? nullptr : group.second.Styles[i]))
+                    ADD_FAILURE() << group.first.ToUtf8() << " gets entry " << i;
+            }
+        }
+    }
+}
+
+TEST(StyleChoice, ThePreparedChooserAgreesOnEveryEntryOfTheRealTables) {
+    VLTEST_REQUIRE_REAL_DATA();
+    vltest::ModulePathOverride module(vltest::RealDataDir());
+    KGS57Config::GetInstance()->LoadDicts();
+    const std::string lookup = vltest::RealDataDir() + "Lookup/";
+    int features = 0;
+    for (const char* points : {"PointPaperChart", "PointSimplified"}) {
+        KGChartLookupTable table;
+        ASSERT_TRUE(table.LoadPointLookupTable(lookup + points + ".dic"));
+        const KGChartStyleChooser chooser(table);
+        CompareOverTable(table.GetPointTable(), chooser, &KGChartStyleChooser::ChoosePoint,
+                         features);
+        // An acronym the table lacks gets the "######" entries, as the query hands them out.
+        KGChartLookupPointItems unknown;
+        ASSERT_TRUE(table.GetLookupPointItems(u"XXXXXX", unknown));
+        EXPECT_EQ(chooser.ChoosePoint(u"XXXXXX", {}), KGChooseStyle(unknown, {}));
+        EXPECT_NE(KGChooseStyle(unknown, {}), nullptr);
+    }
+    for (const char* areas : {"AreaPlain", "AreaSymbolized"}) {
+        KGChartLookupTable table;
+        ASSERT_TRUE(table.LoadAreaLookupTable(lookup + areas + ".dic"));
+        CompareOverTable(table.GetAreaTable(), KGChartStyleChooser(table),
+                         &KGChartStyleChooser::ChooseArea, features);
+    }
+    KGChartLookupTable lines;
+    ASSERT_TRUE(lines.LoadLineLookupTable(lookup + "Lines.dic"));
+    CompareOverTable(lines.GetLineTable(), KGChartStyleChooser(lines),
+                     &KGChartStyleChooser::ChooseLine, features);
+    EXPECT_GT(features, 10000);
 }
 
 }  // namespace
