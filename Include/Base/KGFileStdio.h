@@ -28,6 +28,8 @@ public:
     bool Open(const PLIX::PlixUnicodeString& path, int direction, int size, int charset);
     // One line without its "\n" (a "\r" before it is kept); empty at end of file.
     PLIX::PlixUnicodeString ReadLine();
+    // The same into line, reusing its storage: for readers that go through a file line by line.
+    void ReadLine(PLIX::PlixUnicodeString& line);
     // True once every byte of the file has been returned (or no file is open).
     bool IsEOF();
     void Close();

@@ -133,6 +133,8 @@ public:
     // The next usable line of the file last opened, trimmed of "\r\n\t "; empty at the end,
     // for a blank line and for a comment line.
     PLIX::PlixUnicodeString ReadLineString();
+    // The same into line, reusing its storage, as the loads read.
+    void ReadLineString(PLIX::PlixUnicodeString& line);
     // Parse one entry into the style; the result is the entry's object acronym, empty when
     // the entry is unusable. The line and area forms require a style.
     static PLIX::PlixUnicodeString ParseOneLineStringPoint(const PLIX::PlixUnicodeString& line,

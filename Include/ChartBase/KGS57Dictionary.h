@@ -6,6 +6,8 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <string>
+#include <unordered_map>
 
 #include "Base/PlixArray.h"
 #include "Base/PlixDict.h"
@@ -396,8 +398,9 @@ private:
     PLIX::PlixUnicodeString m_attributeDictFile;
     PLIX::PlixUnicodeString m_specsObjectDictFile;
     PLIX::PlixUnicodeString m_specsInfoDictFile;
-    PLIX::PlixDict<PLIX::PlixUnicodeString, int32_t> m_attributeAcronymIndex;
-    PLIX::PlixDict<PLIX::PlixUnicodeString, int32_t> m_objectAcronymIndex;
+    // Hashed: the look-up tables' loads ask for an attribute's type once per condition.
+    std::unordered_map<std::u16string, int32_t> m_attributeAcronymIndex;
+    std::unordered_map<std::u16string, int32_t> m_objectAcronymIndex;
     // The S-58 file is tried once, on the first GetS58Info, across all threads: the first
     // caller loads under the mutex while the others wait.
     std::atomic<bool> m_s58Loaded{false};

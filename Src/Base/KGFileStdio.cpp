@@ -88,7 +88,15 @@ bool KGFileStdio::Fill() {
 }
 
 PLIX::PlixUnicodeString KGFileStdio::ReadLine() {
-    if (m_file == nullptr) return PLIX::PlixUnicodeString();
+    PLIX::PlixUnicodeString line;
+    ReadLine(line);
+    return line;
+}
+
+void KGFileStdio::ReadLine(PLIX::PlixUnicodeString& line) {
+    std::u16string& out = line.Str();
+    out.clear();
+    if (m_file == nullptr) return;
     size_t scanned = m_pos;
     while (true) {
         const char* start = m_buffer.data() + scanned;
@@ -96,13 +104,13 @@ PLIX::PlixUnicodeString KGFileStdio::ReadLine() {
         if (nl != nullptr) {
             size_t end = static_cast<size_t>(static_cast<const char*>(nl) - m_buffer.data());
             size_t len = std::min(end - m_pos, kMaxLineBytes);
-            PLIX::PlixUnicodeString line(m_buffer.data() + m_pos, len);
+            PLIX::Utf8ToUtf16(m_buffer.data() + m_pos, len, out);
             m_pos = end + 1;
-            return line;
+            return;
         }
         if (m_buffer.size() - m_pos >= kMaxLineBytes) {
             // Keep the first part of an overlong line and drop the rest up to its line end.
-            PLIX::PlixUnicodeString line(m_buffer.data() + m_pos, kMaxLineBytes);
+            PLIX::Utf8ToUtf16(m_buffer.data() + m_pos, kMaxLineBytes, out);
             while (true) {
                 const void* hit = memchr(m_buffer.data() + m_pos, '\n', m_buffer.size() - m_pos);
                 if (hit != nullptr) {
@@ -113,12 +121,12 @@ PLIX::PlixUnicodeString KGFileStdio::ReadLine() {
                 m_pos = m_buffer.size();
                 if (!Fill()) break;
             }
-            return line;
+            return;
         }
         if (m_fileEnd) {
-            PLIX::PlixUnicodeString line(m_buffer.data() + m_pos, m_buffer.size() - m_pos);
+            PLIX::Utf8ToUtf16(m_buffer.data() + m_pos, m_buffer.size() - m_pos, out);
             m_pos = m_buffer.size();
-            return line;
+            return;
         }
         size_t before = m_buffer.size() - m_pos;
         Fill();

@@ -41,7 +41,27 @@ size_t CountConditions(std::u16string_view text) {
 
 namespace lookup {
 
-void ParseConditions(View text, PLIX::PlixArray<KGChartAttributeCondition>& conditions) {
+bool AttributeTypes::Find(const PlixUnicodeString& acronym, KGS57DefineInfo::AttributeType& type) {
+    const std::u16string& text = acronym.Str();
+    uint64_t key = text.size();
+    bool packed = text.size() <= 7;
+    for (size_t i = 0; packed && i < text.size(); ++i) {
+        packed = text[i] <= 0xFF;
+        key = (key << 8) | text[i];
+    }
+    if (!packed) return KGS57Config::GetInstance()->GetS57AttributeType(acronym, type);
+    Slot& slot = m_slots[(key * 0x9E3779B97F4A7C15ull) >> 56];
+    if (slot.key != key) {
+        slot.key = key;
+        slot.type = KGS57DefineInfo::AttrUnknown;
+        slot.known = KGS57Config::GetInstance()->GetS57AttributeType(acronym, slot.type);
+    }
+    type = slot.type;
+    return slot.known;
+}
+
+void ParseConditions(View text, PLIX::PlixArray<KGChartAttributeCondition>& conditions,
+                     AttributeTypes* types) {
     if (text.empty()) {
         // An entry without conditions applies to every feature: one catch-all condition.
         conditions.Add(KGChartAttributeCondition());
@@ -69,7 +89,10 @@ void ParseConditions(View text, PLIX::PlixArray<KGChartAttributeCondition>& cond
         // Only the type decides, so the registry is asked for it alone rather than for a copy
         // of the whole record with its allowed values.
         KGS57DefineInfo::AttributeType type = KGS57DefineInfo::AttrUnknown;
-        if (registry->GetS57AttributeType(condition.AttributeAcronym, type)) {
+        const bool known = types != nullptr
+                               ? types->Find(condition.AttributeAcronym, type)
+                               : registry->GetS57AttributeType(condition.AttributeAcronym, type);
+        if (known) {
             if (IsNumeric(type)) {
                 condition.IntegerValue = ReadInt32(value);
             } else {

@@ -1,6 +1,7 @@
 // The symbolization instruction field of a look-up entry ("SY(BOYLAT13);TX(OBJNAM,...)")
 // turned into the drawing fields of a point, line or area style.
 #include <string>
+#include <type_traits>
 
 #include "Base/KGNumber.h"
 #include "ChartBase/KGChartLookupTable.h"
@@ -254,10 +255,28 @@ void ApplyFill(View args, KGChartAreaObjectStyle& style) {
     if (comma != View::npos) style.FillTransparency = kgatoi(ToString(args.substr(comma + 1, 1)));
 }
 
+// Room for the field's symbols and texts up front: an entry with two or three of them would
+// otherwise grow its arrays one step at a time.
+template <typename Style>
+void Reserve(View field, Style& style) {
+    size_t symbols = 0;
+    size_t texts = 0;
+    for (size_t i = 2; i < field.size(); ++i) {
+        if (field[i] != u'(') continue;
+        symbols += field[i - 2] == u'S' && field[i - 1] == u'Y';
+        texts += field[i - 2] == u'T' && (field[i - 1] == u'X' || field[i - 1] == u'E');
+    }
+    if (texts > 1 && style.Texts.IsEmpty()) style.Texts.Items().reserve(texts);
+    if constexpr (!std::is_same_v<Style, KGChartLineObjectStyle>) {
+        if (symbols > 1 && style.Symbols.IsEmpty()) style.Symbols.Items().reserve(symbols);
+    }
+}
+
 template <typename Style>
 bool ApplyInstructions(View field, PlixUnicodeString& procedure, Style& style,
                        size_t* stop = nullptr) {
     constexpr unsigned accepted = kAccepted<Style>;
+    Reserve(field, style);
     return RunInstructions(
         field,
         [&](Instruction code, View args) {

@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <climits>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "ChartBase/KGChartLookupTable.h"
 
 using PLIX::PlixUnicodeString;
@@ -49,10 +53,26 @@ PlixUnicodeString CutFront(PlixUnicodeString& entry, View (EntryCursor::*cut)())
     return field;
 }
 
+size_t FindChar(View text, char16_t c, size_t from) {
+    size_t i = from;
+#if defined(__SSE2__)
+    const __m128i quote = _mm_set1_epi16(static_cast<short>(c));
+    for (; i + 8 <= text.size(); i += 8) {
+        const __m128i chars = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + i));
+        const int hits = _mm_movemask_epi8(_mm_cmpeq_epi16(chars, quote));
+        if (hits != 0) return i + static_cast<size_t>(__builtin_ctz(hits)) / 2;
+    }
+#endif
+    for (; i < text.size(); ++i) {
+        if (text[i] == c) return i;
+    }
+    return View::npos;
+}
+
 bool EntryCursor::FindQuotes(size_t& first, size_t& second) const {
-    first = m_rest.find(u'"');
+    first = FindChar(m_rest, u'"');
     if (first == View::npos) return false;
-    second = m_rest.find(u'"', first + 1);
+    second = FindChar(m_rest, u'"', first + 1);
     return second != View::npos;
 }
 

@@ -13,6 +13,7 @@
 #include "Base/PlixArray.h"
 #include "Base/PlixUnicodeString.h"
 #include "ChartBase/KGChartDisplayTypes.h"
+#include "ChartBase/KGS57DefineInfo.h"
 
 namespace KGC {
 
@@ -72,8 +73,30 @@ private:
 // parser consumes its text; returns the field.
 PLIX::PlixUnicodeString CutFront(PLIX::PlixUnicodeString& entry, View (EntryCursor::*cut)());
 
-// The operations of the public parsers, on a field already cut.
-void ParseConditions(View field, PLIX::PlixArray<KGChartAttributeCondition>& conditions);
+// The first c in text at or after from, or npos; eight characters at a time where the processor
+// can, as every entry line is searched for quotes and asterisks.
+size_t FindChar(View text, char16_t c, size_t from = 0);
+
+// The attribute types the registry gives, remembered for one load: a table's entries ask for the
+// same few dozen attributes thousands of times. Direct-mapped on the acronym; an acronym that
+// does not pack into one number is always asked for.
+class AttributeTypes {
+public:
+    bool Find(const PLIX::PlixUnicodeString& acronym, KGS57DefineInfo::AttributeType& type);
+
+private:
+    struct Slot {
+        uint64_t key = 0;  // 0: empty (a packed key holds its length)
+        bool known = false;
+        KGS57DefineInfo::AttributeType type = KGS57DefineInfo::AttrUnknown;
+    };
+    Slot m_slots[256];
+};
+
+// The operations of the public parsers, on a field already cut. types, when given, remembers
+// the attribute types across calls.
+void ParseConditions(View field, PLIX::PlixArray<KGChartAttributeCondition>& conditions,
+                     AttributeTypes* types = nullptr);
 // The instruction field applied to a style of each kind; false where an instruction is refused,
 // and then stop (when given) receives the index at which that instruction begins.
 bool ParseInstructions(View field, PLIX::PlixUnicodeString& procedure,

@@ -54,10 +54,11 @@ struct EntryParse {
 // parser of the kind fills the drawing fields.
 template <typename Style>
 PlixUnicodeString ParseEntry(const PlixUnicodeString& line, Style& style,
-                             PlixUnicodeString& procedure, EntryParse* parse = nullptr) {
+                             PlixUnicodeString& procedure, EntryParse* parse = nullptr,
+                             lookup::AttributeTypes* types = nullptr) {
     lookup::EntryCursor entry(line);
     PlixUnicodeString acronym = lookup::ToString(entry.CutAcronym());
-    lookup::ParseConditions(entry.Cut(), style.AttributeConditions);
+    lookup::ParseConditions(entry.Cut(), style.AttributeConditions, types);
     const lookup::View instructions = entry.Cut();
     size_t stop = 0;
     const bool read = lookup::ParseInstructions(instructions, procedure, style, &stop);
@@ -73,12 +74,8 @@ PlixUnicodeString ParseEntry(const PlixUnicodeString& line, Style& style,
     return acronym;
 }
 
-// Every line is searched whole (comments are rare), so the search is written without an early
-// exit, which lets the compiler test many characters at once.
 bool HasAsterisk(const std::u16string& line) {
-    bool found = false;
-    for (char16_t c : line) found |= c == u'*';
-    return found;
+    return lookup::FindChar(line, u'*') != lookup::View::npos;
 }
 
 int CountFields(const PlixUnicodeString& line) {
@@ -186,13 +183,15 @@ void ReadEntries(KGChartLookupTable& reader, KGFileStdio& file, Map& table, cons
     int groupLine = 0;
     PlixUnicodeString procedure;
     EntryParse parse;
+    PlixUnicodeString line;
+    lookup::AttributeTypes types;
     while (!file.IsEOF()) {
-        const PlixUnicodeString line = reader.ReadLineString();
+        reader.ReadLineString(line);
         if (line.IsEmpty()) continue;
         auto style = std::make_unique<Style>();
         procedure.Empty();
         PlixUnicodeString acronym =
-            ParseEntry(line, *style, procedure, report != nullptr ? &parse : nullptr);
+            ParseEntry(line, *style, procedure, report != nullptr ? &parse : nullptr, &types);
         if (report != nullptr) ReportEntry(*report, lineNumber, line, acronym, *style, parse);
         if (acronym.IsEmpty()) continue;
         if (!group.ObjectAcronym.IsEmpty() && acronym != group.ObjectAcronym &&
@@ -301,14 +300,22 @@ void KGChartLookupTable::DeleteAreaStyle() {
 }
 
 PlixUnicodeString KGChartLookupTable::ReadLineString() {
-    if (!TableFile || TableFile->IsEOF()) return PlixUnicodeString();
-    PlixUnicodeString line = TableFile->ReadLine();
+    PlixUnicodeString line;
+    ReadLineString(line);
+    return line;
+}
+
+void KGChartLookupTable::ReadLineString(PlixUnicodeString& line) {
+    if (!TableFile || TableFile->IsEOF()) {
+        line.Empty();
+        return;
+    }
+    TableFile->ReadLine(line);
     ++LineNumber;
-    if (line.IsEmpty()) return line;
+    if (line.IsEmpty()) return;
     line.Trim();
     // Deliberately an asterisk anywhere, also inside a quoted field, makes a comment line.
-    if (HasAsterisk(line.Str())) return PlixUnicodeString();
-    return line;
+    if (HasAsterisk(line.Str())) line.Empty();
 }
 
 PlixUnicodeString KGChartLookupTable::ParseOneLineStringPoint(const PlixUnicodeString& line,

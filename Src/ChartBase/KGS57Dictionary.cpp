@@ -41,10 +41,12 @@ void SortByCode(PlixArray<Record>& records) {
 }
 
 template <typename Record>
-void RebuildIndex(const PlixArray<Record>& records, PlixDict<PlixUnicodeString, int32_t>& index) {
-    index.RemoveAll();
+void RebuildIndex(const PlixArray<Record>& records,
+                  std::unordered_map<std::u16string, int32_t>& index) {
+    index.clear();
+    index.reserve(static_cast<size_t>(records.GetSize()));
     // Later records win, so a repeated acronym maps to the code of its last record.
-    for (const Record& record : records) index.SetAt(record.acronym, record.code);
+    for (const Record& record : records) index[record.acronym.Str()] = record.code;
 }
 
 // The first record in file order that matches.
@@ -71,11 +73,11 @@ bool ContainsAcronym(const PlixArray<Define>& list, const PlixUnicodeString& acr
     return FindFirst(list, [&acronym](const Define& d) { return d.acronym == acronym; });
 }
 
-bool IndexedCode(const PlixDict<PlixUnicodeString, int32_t>& index,
+bool IndexedCode(const std::unordered_map<std::u16string, int32_t>& index,
                  const PlixUnicodeString& acronym, int& code) {
-    const int32_t* found = index.Find(acronym);
-    if (!found) return false;
-    code = *found;
+    const auto found = index.find(acronym.Str());
+    if (found == index.end()) return false;
+    code = found->second;
     return true;
 }
 
