@@ -76,24 +76,22 @@ bool RunInstructions(View text, Apply apply, size_t* stop) {
 }
 
 void ApplyProcedure(View args, PlixUnicodeString& procedure, bool& hasProcedure) {
-    procedure = ToString(args);
+    Assign(procedure, args);
     if (!args.empty()) hasProcedure = true;
 }
 
+// Both fill the new record where it stands in the array.
 void AddText(Instruction code, View args, PLIX::PlixArray<KGChartTextFormat>& texts) {
-    KGChartTextFormat text;
+    KGChartTextFormat& text = texts.Items().emplace_back();
     if (code == Instruction::TX) {
         ParseText(args, text);
     } else {
         ParseFormattedText(args, text);
     }
-    texts.Add(std::move(text));
 }
 
 void AddSymbol(View args, PLIX::PlixArray<KGChartSymbolMarkerStyle>& symbols) {
-    KGChartSymbolMarkerStyle symbol;
-    ParseSymbol(args, symbol);
-    symbols.Add(std::move(symbol));
+    ParseSymbol(args, symbols.Items().emplace_back());
 }
 
 // Cuts the next comma-separated argument off args when it is not empty (its comma stands
@@ -150,11 +148,11 @@ void ConsumeArguments(void (*parse)(View&, Target&), PlixUnicodeString& args, Ta
 void ParseSymbol(View& args, KGChartSymbolMarkerStyle& symbol) {
     const size_t comma = args.find(u',');
     if (comma == View::npos) {
-        symbol.SymbolName = ToString(args);
+        Assign(symbol.SymbolName, args);
         args = View();
         return;
     }
-    symbol.SymbolName = ToString(args.substr(0, comma));
+    Assign(symbol.SymbolName, args.substr(0, comma));
     args.remove_prefix(comma);
     // Only the exact upper-case word turns the symbol by the feature's attribute; "orient"
     // reads as the number 0.
@@ -189,7 +187,7 @@ void ParseLine(View& args, KGChartLineStyle& line) {
         line.Width = ReadInt32(args.substr(0, comma));
         args.remove_prefix(comma + 1);
     }
-    line.ColorToken = ToString(args);
+    Assign(line.ColorToken, args);
     args = View();
 }
 
@@ -199,7 +197,7 @@ void ParseText(View& args, KGChartTextFormat& text) {
         args = View();
         return;
     }
-    text.Text = ToString(TrimQuotes(value));
+    Assign(text.Text, TrimQuotes(value));
     ParseTextPlacement(args, text);
 }
 
@@ -209,12 +207,12 @@ void ParseFormattedText(View& args, KGChartTextFormat& text) {
         args = View();
         return;
     }
-    text.Format = ToString(TrimQuotes(value));
+    Assign(text.Format, TrimQuotes(value));
     if (!NextTextArgument(args, value)) {
         args = View();
         return;
     }
-    text.Text = ToString(TrimQuotes(value));
+    Assign(text.Text, TrimQuotes(value));
     ParseTextPlacement(args, text);
 }
 
@@ -250,7 +248,7 @@ void ApplySymbol(View args, KGChartLineObjectStyle& style) {
 
 void ApplyFill(View args, KGChartAreaObjectStyle& style) {
     const size_t comma = args.find(u',');
-    style.FillColorToken = ToString(args.substr(0, comma));
+    Assign(style.FillColorToken, args.substr(0, comma));
     // Deliberately a single digit: "AC(CHBRN,35)" is transparency 3.
     if (comma != View::npos) style.FillTransparency = kgatoi(ToString(args.substr(comma + 1, 1)));
 }
@@ -290,11 +288,11 @@ bool ApplyInstructions(View field, PlixUnicodeString& procedure, Style& style,
             if (code == Instruction::TX || code == Instruction::TE)
                 AddText(code, args, style.Texts);
             if constexpr ((accepted & Bit(Instruction::LS)) != 0) {
-                if (code == Instruction::LC) style.ComplexLineName = ToString(args);
+                if (code == Instruction::LC) Assign(style.ComplexLineName, args);
                 if (code == Instruction::LS) ParseLine(args, style.LineStyle);
             }
             if constexpr ((accepted & Bit(Instruction::AP)) != 0) {
-                if (code == Instruction::AP) style.PatternName = ToString(args);
+                if (code == Instruction::AP) Assign(style.PatternName, args);
                 if (code == Instruction::AC) ApplyFill(args, style);
             }
             style.HasInstruction = true;
