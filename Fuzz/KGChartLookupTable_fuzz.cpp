@@ -1,6 +1,7 @@
 // libFuzzer harness for the look-up tables: the input is loaded as a point, line and area
-// table file; every group must be queryable and hold only live styles; and each line read in
-// one pass must give what the field parsers give in turn.
+// table file; every group must be queryable and hold only live styles; the prepared chooser
+// must pick what KGChooseStyle picks for features made from the table's own condition values;
+// and each line read in one pass must give what the field parsers give in turn.
 //   VLFUZZ_ATTRIBUTES=<S57Attributes.xml> KGChartLookupTable_fuzz -max_total_time=60 corpus/
 #include <unistd.h>
 
@@ -11,6 +12,8 @@
 #include <string>
 
 #include "ChartBase/KGChartLookupTable.h"
+#include "ChartBase/KGChartStyleChoice.h"
+#include "ChartBase/KGChartStyleChooser.h"
 #include "ChartBase/KGS57Dictionary.h"
 
 namespace {
@@ -82,8 +85,25 @@ void CompareOnePassWithFieldParsers(const PlixUnicodeString& line) {
     Check(SameStyle(style, expected));
 }
 
-template <typename Map, typename Items, typename Get>
-void CheckTable(const KGChartLookupTable& table, const Map& map, Get get) {
+// A feature with the values one style's conditions name, as written; with emptied, the first
+// attribute present without a value.
+template <typename Style>
+KGC::KGFeatureAttributes FeatureFrom(const Style& style, bool emptied) {
+    KGC::KGFeatureAttributes feature;
+    for (const auto& c : style.AttributeConditions) {
+        if (c.AttributeAcronym.IsEmpty()) continue;
+        feature.SetAt(c.AttributeAcronym, !c.TextValue.IsEmpty() ? c.TextValue
+                                          : c.IntegerValue != 0
+                                              ? PlixUnicodeString(std::to_string(c.IntegerValue))
+                                              : PlixUnicodeString(u"x"));
+    }
+    if (emptied && feature.GetCount() > 0) feature.begin()->second.Empty();
+    return feature;
+}
+
+template <typename Map, typename Items, typename Get, typename Prepared>
+void CheckTable(const KGChartLookupTable& table, const Map& map, Get get, Prepared prepared) {
+    const KGC::KGChartStyleChooser chooser(table);
     for (const auto& entry : map) {
         Items items;
         Check((table.*get)(entry.first, items));
@@ -92,6 +112,11 @@ void CheckTable(const KGChartLookupTable& table, const Map& map, Get get) {
         for (const auto* style : items.Styles) {
             Check(style != nullptr);
             Check(!style->AttributeConditions.IsEmpty());
+            for (bool emptied : {false, true}) {
+                const auto feature = FeatureFrom(*style, emptied);
+                Check((chooser.*prepared)(entry.first, feature) ==
+                      KGC::KGChooseStyle(items, feature));
+            }
         }
     }
 }
@@ -130,11 +155,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Check(table.LoadLineLookupTable(path));
     Check(table.LoadAreaLookupTable(path));
     CheckTable<KGChartLookupTable::PointTableMap, KGC::KGChartLookupPointItems>(
-        table, table.GetPointTable(), &KGChartLookupTable::GetLookupPointItems);
+        table, table.GetPointTable(), &KGChartLookupTable::GetLookupPointItems,
+        &KGC::KGChartStyleChooser::ChoosePoint);
     CheckTable<KGChartLookupTable::LineTableMap, KGC::KGChartLookupLineItems>(
-        table, table.GetLineTable(), &KGChartLookupTable::GetLookupLineItems);
+        table, table.GetLineTable(), &KGChartLookupTable::GetLookupLineItems,
+        &KGC::KGChartStyleChooser::ChooseLine);
     CheckTable<KGChartLookupTable::AreaTableMap, KGC::KGChartLookupAreaItems>(
-        table, table.GetAreaTable(), &KGChartLookupTable::GetLookupAreaItems);
+        table, table.GetAreaTable(), &KGChartLookupTable::GetLookupAreaItems,
+        &KGC::KGChartStyleChooser::ChooseArea);
     table.GetConditionalSymbologyProcedure(u"LIGHTS", u"p");
 
     // Each line of the input, as the loader would see it after trimming.
