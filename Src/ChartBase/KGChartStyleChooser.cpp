@@ -152,6 +152,15 @@ ObjectClass Prepare(const PLIX::PlixArray<Style*>& styles) {
     return c;
 }
 
+// The full comparisons, for values in other forms, kept out of line: inlined, they made the loop
+// over the candidates larger and slower for the usual values that never need them.
+__attribute__((noinline)) bool SameValue(View wanted, View value) {
+    return condition::SameValue(wanted, value);
+}
+__attribute__((noinline)) bool SameInteger(int32_t wanted, View value) {
+    return condition::SameInteger(wanted, value);
+}
+
 bool Holds(const Condition& cond, const Value& value) {
     if (cond.test == Condition::Test::Absent) return !value.present;
     if (!value.present) return false;
@@ -162,10 +171,10 @@ bool Holds(const Condition& cond, const Value& value) {
             return true;
         case Condition::Test::Integer:
             if (value.integer) return value.n == cond.integer;
-            return condition::SameInteger(cond.integer, text);
+            return SameInteger(cond.integer, text);
         case Condition::Test::Text:
             if (cond.plain && value.plain) return text == cond.text;
-            return condition::SameValue(cond.text, text);
+            return SameValue(cond.text, text);
     }
     return false;
 }
