@@ -95,8 +95,12 @@ PLIX::PlixUnicodeString KGFileStdio::ReadLine() {
 
 void KGFileStdio::ReadLine(PLIX::PlixUnicodeString& line) {
     std::u16string& out = line.Str();
-    out.clear();
-    if (m_file == nullptr) return;
+    // Not cleared first: the decoder sizes out itself, and a string that already holds the
+    // previous line needs no zero fill.
+    if (m_file == nullptr) {
+        out.clear();
+        return;
+    }
     size_t scanned = m_pos;
     while (true) {
         const char* start = m_buffer.data() + scanned;

@@ -13,8 +13,6 @@
 namespace PLIX {
 namespace {
 
-const char16_t kTrimSet[] = u"\r\n\t ";
-
 size_t Clamp(int value, size_t upper) {
     if (value <= 0) return 0;
     return std::min(static_cast<size_t>(value), upper);
@@ -48,8 +46,13 @@ char16_t UpperCase(char16_t c) {
     return c;
 }
 
-bool InSet(char16_t c, const std::u16string& set) {
-    return set.find(c) != std::u16string::npos;
+bool InSet(char16_t c, std::u16string_view set) {
+    return set.find(c) != std::u16string_view::npos;
+}
+
+// The default trim set, tested without building a string: lines of every table are trimmed.
+bool IsTrimmed(char16_t c) {
+    return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
 }
 
 // Formatted text ends up in documents read back with the locale-free parsers, so numbers are
@@ -274,7 +277,10 @@ int PlixUnicodeString::Insert(int index, const PlixUnicodeString& text) {
 }
 
 PlixUnicodeString& PlixUnicodeString::TrimLeft() {
-    return TrimLeft(PlixUnicodeString(kTrimSet));
+    size_t i = 0;
+    while (i < m_text.size() && IsTrimmed(m_text[i])) ++i;
+    m_text.erase(0, i);
+    return *this;
 }
 
 PlixUnicodeString& PlixUnicodeString::TrimLeft(const PlixUnicodeString& set) {
@@ -292,7 +298,10 @@ PlixUnicodeString& PlixUnicodeString::TrimLeft(char16_t ch) {
 }
 
 PlixUnicodeString& PlixUnicodeString::TrimRight() {
-    return TrimRight(PlixUnicodeString(kTrimSet));
+    size_t n = m_text.size();
+    while (n > 0 && IsTrimmed(m_text[n - 1])) --n;
+    m_text.resize(n);
+    return *this;
 }
 
 PlixUnicodeString& PlixUnicodeString::TrimRight(const PlixUnicodeString& set) {

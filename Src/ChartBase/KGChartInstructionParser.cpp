@@ -259,8 +259,8 @@ template <typename Style>
 void Reserve(View field, Style& style) {
     size_t symbols = 0;
     size_t texts = 0;
-    for (size_t i = 2; i < field.size(); ++i) {
-        if (field[i] != u'(') continue;
+    for (size_t i = FindChar(field, u'('); i != View::npos; i = FindChar(field, u'(', i + 1)) {
+        if (i < 2) continue;
         symbols += field[i - 2] == u'S' && field[i - 1] == u'Y';
         texts += field[i - 2] == u'T' && (field[i - 1] == u'X' || field[i - 1] == u'E');
     }

@@ -132,9 +132,10 @@ KGS52DisplayCategory ParseCategory(View field) {
     if (field.empty()) return KGChartDisplayCategory::Standard;
     // The spellings the tables use, recognised without building a string; every other text
     // gets the case-insensitive match.
-    if (field == u"STANDARD") return KGChartDisplayCategory::Standard;
-    if (field == u"DISPLAYBASE") return KGChartDisplayCategory::DisplayBase;
-    if (field == u"OTHER") return KGChartDisplayCategory::Other;
+    using namespace std::string_view_literals;
+    if (field == u"STANDARD"sv) return KGChartDisplayCategory::Standard;
+    if (field == u"DISPLAYBASE"sv) return KGChartDisplayCategory::DisplayBase;
+    if (field == u"OTHER"sv) return KGChartDisplayCategory::Other;
     return KGChartDisplayCategory::GetDisplayCategory(ToString(field));
 }
 

@@ -20,6 +20,9 @@ namespace {
 // How every table file is opened: for reading, 8 KiB blocks, UTF-8.
 constexpr int kReadBlockSize = 8192;
 
+// The entries most object classes have, at most.
+constexpr size_t kGroupStyles = 8;
+
 // The group of the table's entries whose acronym field is "######": what a query for an
 // acronym the table does not hold gets.
 const char16_t kFallbackAcronym[] = u"######";
@@ -199,6 +202,8 @@ void ReadEntries(KGChartLookupTable& reader, KGFileStdio& file, Map& table, cons
             StoreGroup(table, group, report, groupLine);
         }
         if (group.ObjectAcronym.IsEmpty()) {
+            // Most object classes have a few entries: room for them at once, not by doubling.
+            group.Styles.Items().reserve(kGroupStyles);
             group.ObjectAcronym = std::move(acronym);
             group.ProcedureName = procedure;
             groupLine = lineNumber;
