@@ -73,8 +73,10 @@ public:
         PLIX::PlixArray<PLIX::PlixUnicodeString> attributes;
         // The colour tokens of LS and AC.
         PLIX::PlixArray<PLIX::PlixUnicodeString> colours;
-        // The names of SY, LC and AP.
+        // The names of SY (symbols), LC (complex line styles) and AP (area patterns).
         PLIX::PlixArray<PLIX::PlixUnicodeString> symbols;
+        PLIX::PlixArray<PLIX::PlixUnicodeString> lineStyles;
+        PLIX::PlixArray<PLIX::PlixUnicodeString> patterns;
     };
     PLIX::PlixArray<Note> notes;
     PLIX::PlixArray<Entry> entries;

@@ -94,7 +94,7 @@ void AddName(PLIX::PlixArray<PlixUnicodeString>& names, const PlixUnicodeString&
 void AddLineNames(KGChartLookupLoadReport::Entry& entry, const KGChartLineStyle& line,
                   const PlixUnicodeString& complexLine) {
     AddName(entry.colours, line.ColorToken);
-    AddName(entry.symbols, complexLine);
+    AddName(entry.lineStyles, complexLine);
 }
 
 // The names an entry's style uses, by kind.
@@ -109,7 +109,7 @@ void AddNames(KGChartLookupLoadReport::Entry& entry, const KGChartAreaObjectStyl
     for (const auto& symbol : style.Symbols) AddName(entry.symbols, symbol.SymbolName);
     AddLineNames(entry, style.LineStyle, style.ComplexLineName);
     AddName(entry.colours, style.FillColorToken);
-    AddName(entry.symbols, style.PatternName);
+    AddName(entry.patterns, style.PatternName);
 }
 
 // Records in the report what one line gave.

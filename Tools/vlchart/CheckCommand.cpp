@@ -178,14 +178,6 @@ std::unique_ptr<KGC::KGChartSymbolLibrary> CheckSymbolLibrary(Session& session,
     return library;
 }
 
-bool Defines(const KGC::KGChartSymbolLibrary& library, const PlixUnicodeString& name) {
-    for (auto kind : {KGC::KGChartSymbolKind::Symbol, KGC::KGChartSymbolKind::LineStyle,
-                      KGC::KGChartSymbolKind::Pattern}) {
-        if (library.Find(kind, name) != nullptr) return true;
-    }
-    return false;
-}
-
 void CheckLookupTable(const LookupFile& lookup, const std::vector<ColourTable>& colours,
                       const Dictionaries& dictionaries, const KGC::KGChartSymbolLibrary* symbols,
                       Findings& findings) {
@@ -242,10 +234,21 @@ void CheckLookupTable(const LookupFile& lookup, const std::vector<ColourTable>& 
                     "attribute " + Utf8(attribute) + " is not in the attribute dictionary");
             }
         }
-        for (const auto& name : entry.symbols) {
-            if (symbols != nullptr && !Defines(*symbols, name)) {
-                local.AddNamed("unknown-symbol", lookup.file, entry.line, Utf8(name),
-                               Utf8(name) + " is not in the style's symbol library");
+        // Each name is looked for among the definitions of the kind its instruction draws.
+        const struct {
+            KGC::KGChartSymbolKind kind;
+            const char* what;
+            const PLIX::PlixArray<PlixUnicodeString>& names;
+        } used[] = {{KGC::KGChartSymbolKind::Symbol, "a symbol", entry.symbols},
+                    {KGC::KGChartSymbolKind::LineStyle, "a line style", entry.lineStyles},
+                    {KGC::KGChartSymbolKind::Pattern, "a pattern", entry.patterns}};
+        for (const auto& u : used) {
+            for (const auto& name : u.names) {
+                if (symbols != nullptr && symbols->Find(u.kind, name) == nullptr) {
+                    local.AddNamed(
+                        "unknown-symbol", lookup.file, entry.line, Utf8(name),
+                        Utf8(name) + " is not " + u.what + " of the style's symbol library");
+                }
             }
         }
         for (const auto& token : entry.colours) {
