@@ -150,36 +150,28 @@ bool ReadDefinition(const Element& e, KGChartSymbolDefinition& def, Scratch& scr
     def.boxRow = box[1];
     def.boxWidth = box[2];
     def.boxHeight = box[3];
-    Element vector;
-    Element bitmap;
     scratch.colours.clear();
-    for (Element c = e.FirstChild(); c; c = c.Next()) {
-        if (c.NameIs("Colour")) {
-            static const char* const kColour[] = {"letter", "token"};
-            const char* colour[2];
-            c.Attributes(kColour, colour, 2);
-            KGChartSymbolColour read;
-            if (ReadLetter(View(colour[0]), read.letter)) {
-                Assign(View(colour[1]), read.token);
-                scratch.colours.push_back(std::move(read));
-            }
-        } else if (!vector && c.NameIs("Vector")) {
-            vector = c;
-        } else if (!bitmap && c.NameIs("Bitmap")) {
-            bitmap = c;
+    for (Element c = e.FirstChild("Colour"); c; c = c.Next("Colour")) {
+        static const char* const kColour[] = {"letter", "token"};
+        const char* colour[2];
+        c.Attributes(kColour, colour, 2);
+        KGChartSymbolColour read;
+        if (ReadLetter(View(colour[0]), read.letter)) {
+            Assign(View(colour[1]), read.token);
+            scratch.colours.push_back(std::move(read));
         }
     }
     def.colours.Items().assign(std::make_move_iterator(scratch.colours.begin()),
                                std::make_move_iterator(scratch.colours.end()));
     if (!def.raster) {
         // Commands the importer reported as unknown are left out here too.
-        if (vector) {
+        if (const Element vector = e.FirstChild("Vector")) {
             symboltext::ReadCommands(vector.TextView(scratch.text), def.commands);
         }
         return true;
     }
-    if (!bitmap) return false;
-    return ReadBitmap(bitmap.TextView(scratch.text), def);
+    const Element bitmap = e.FirstChild("Bitmap");
+    return bitmap && ReadBitmap(bitmap.TextView(scratch.text), def);
 }
 
 bool ReadRecord(const Element& e, KGChartSymbolRecord& record, Scratch& scratch) {
