@@ -45,6 +45,10 @@ public:
         // The same into out, reusing its storage: a loader that reads a file again into the
         // records it already holds allocates nothing for text that still fits.
         void Text(PLIX::PlixUnicodeString& out) const;
+        // The same in UTF-8, as the document holds it, for a reader that looks at the bytes
+        // itself: a view into the document when the text is one piece, as it nearly always
+        // is, else of the pieces joined in room.
+        std::string_view TextView(std::string& room) const;
 
         // The first child element, with that name when one is given; none when there is none.
         Element FirstChild() const;

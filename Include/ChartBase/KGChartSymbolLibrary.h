@@ -7,8 +7,10 @@
 // needs the library to itself.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "Base/PlixArray.h"
 #include "Base/PlixUnicodeString.h"
@@ -39,10 +41,46 @@ struct KGChartSymbolCommand {
         int col = 0;
         int row = 0;
     };
+    // The points of a PU or PD, read like a PlixArray. Nearly every command has one point: it
+    // is held in place, so that a command stays small and decoding allocates nothing for it.
+    class VLCHARTBASE_API Points {
+    public:
+        Points() = default;
+        Points(const Points& other);
+        Points(Points&& other) noexcept;
+        Points& operator=(Points other) noexcept;
+        ~Points();
+
+        int GetSize() const { return m_size; }
+        bool IsEmpty() const { return m_size == 0; }
+        const Point& operator[](int i) const {
+            assert(i >= 0 && i < m_size);
+            return begin()[i];
+        }
+        const Point* begin() const { return m_size > 1 ? m_more : &m_one; }
+        const Point* end() const { return begin() + m_size; }
+        void Add(const Point& point) {
+            if (m_size == 0) {
+                m_one = point;
+                m_size = 1;
+            } else {
+                AddMore(point);
+            }
+        }
+
+    private:
+        void AddMore(const Point& point);
+
+        union {
+            Point m_one{};
+            Point* m_more;  // two or more, in room for the next power of two
+        };
+        int m_size = 0;
+    };
     Op op = Op::PenUp;
     char16_t letter = 0;
     int value = 0;
-    PLIX::PlixArray<Point> points;
+    Points points;
     PLIX::PlixUnicodeString name;
 };
 
@@ -53,6 +91,14 @@ struct KGChartSymbolColour {
 
 // One definition of a record. A vector definition's pivot and box are in 0.01 mm; a raster
 // definition's in pixels, its bitmap covering the box.
+//
+// In the file a definition is <Definition type="vector|raster" pivot="col,row"
+// box="col,row,width,height"> holding <Colour letter token> elements, then a <Vector> command
+// text or a <Bitmap>: the box's rows, each on a line of its own, indented under the element,
+// so that the file shows the picture; a row is boxWidth ASCII colour letters, "@" transparent,
+// and the white space around the rows is not part of them. A definition whose pivot or box
+// cannot be read, or whose bitmap does not fill its box exactly with its own colour letters,
+// makes its record skipped.
 struct VLCHARTBASE_API KGChartSymbolDefinition {
     bool raster = false;
     int pivotCol = 0;
@@ -63,11 +109,15 @@ struct VLCHARTBASE_API KGChartSymbolDefinition {
     int boxHeight = 0;
     PLIX::PlixArray<KGChartSymbolColour> colours;
     PLIX::PlixArray<KGChartSymbolCommand> commands;  // vector
-    // Raster: one row a line, one colour letter a pixel, "@" transparent.
-    PLIX::PlixArray<PLIX::PlixUnicodeString> rows;
+    // Raster: boxHeight rows of boxWidth colour letters, one after the other, "@" transparent.
+    // The letters are ASCII, as the presentation library's are: a byte a pixel.
+    std::string bitmap;
 
     // The token of a colour letter; empty when the definition has no such letter.
     PLIX::PlixUnicodeString ColourToken(char16_t letter) const;
+    // The letter of a raster pixel, col and row counted from the box's upper-left corner; "@"
+    // outside the box and for a vector definition.
+    char16_t Pixel(int col, int row) const;
 };
 
 struct KGChartSymbolRecord {
@@ -94,7 +144,9 @@ public:
 
     // Replaces the records with those of a "SymbolLibrary" file. False, with GetError saying
     // why, when the file cannot be read or is not a symbol library; the library is then
-    // empty. A record without a name or definition is skipped and counted.
+    // empty. A record without a name or definition, with a definition that cannot be read (see
+    // KGChartSymbolDefinition), or with the name of an earlier record of its kind is skipped
+    // and counted.
     bool Load(const PLIX::PlixUnicodeString& path);
     const PLIX::PlixUnicodeString& GetError() const;
     // Records left out by the last load.

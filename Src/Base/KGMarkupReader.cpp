@@ -160,6 +160,16 @@ void KGMarkupReader::Element::Text(PlixUnicodeString& out) const {
     PLIX::Utf8ToUtf16(text.data(), text.size(), out.Str());
 }
 
+std::string_view KGMarkupReader::Element::TextView(std::string& room) const {
+    const pugi::xml_node first = pugi::xml_node(m_node).first_child();
+    if (first && !first.next_sibling()) return IsText(first) ? first.value() : "";
+    room.clear();
+    for (pugi::xml_node c = first; c; c = c.next_sibling()) {
+        if (IsText(c)) room += c.value();
+    }
+    return room;
+}
+
 KGMarkupReader::Element KGMarkupReader::Element::FirstChild() const {
     return Element(NextElement(pugi::xml_node(m_node).first_child()).internal_object());
 }

@@ -1,14 +1,18 @@
 // Loading the symbol library file: symbols, line styles and patterns with their definitions,
-// the vector commands decoded once at load.
+// the vector commands decoded and the bitmaps checked against their boxes once, at load, in
+// one pass over the document.
 #include "ChartBase/KGChartSymbolLibrary.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
-#include "Base/KGMarkup.h"
+#include "Base/KGMarkupReader.h"
 #include "Base/KGNumber.h"
+#include "KGChartSymbolText.h"
 
 using PLIX::PlixArray;
 using PLIX::PlixUnicodeString;
@@ -18,7 +22,33 @@ namespace KGC {
 struct KGChartSymbolLibrary::Private {
     struct Kind {
         std::vector<KGChartSymbolRecord> records;
-        std::unordered_map<std::u16string, size_t> index;
+        // The records by name, by open addressing: a slot holds a record's position + 1, or 0
+        // when empty, in a power of two of at least twice the records so that probes stay
+        // short. One allocation, where a map would make one a record.
+        std::vector<uint32_t> slots;
+
+        const KGChartSymbolRecord* Find(std::u16string_view name) const {
+            if (slots.empty()) return nullptr;
+            const size_t mask = slots.size() - 1;
+            for (size_t i = Hash(name) & mask; slots[i] != 0; i = (i + 1) & mask) {
+                if (records[slots[i] - 1].name.Str() == name) return &records[slots[i] - 1];
+            }
+            return nullptr;
+        }
+        // Indexes the last record; false when one of its name is there already.
+        bool IndexLast() {
+            const std::u16string_view name = records.back().name.Str();
+            const size_t mask = slots.size() - 1;
+            size_t i = Hash(name) & mask;
+            for (; slots[i] != 0; i = (i + 1) & mask) {
+                if (records[slots[i] - 1].name.Str() == name) return false;
+            }
+            slots[i] = static_cast<uint32_t>(records.size());
+            return true;
+        }
+        static size_t Hash(std::u16string_view name) {
+            return std::hash<std::u16string_view>()(name);
+        }
     };
     Kind kinds[3];
     PlixUnicodeString error;
@@ -27,7 +57,7 @@ struct KGChartSymbolLibrary::Private {
     void Clear() {
         for (auto& kind : kinds) {
             kind.records.clear();
-            kind.index.clear();
+            kind.slots.clear();
         }
         error.Empty();
         skipped = 0;
@@ -36,141 +66,146 @@ struct KGChartSymbolLibrary::Private {
 
 namespace {
 
-using Command = KGChartSymbolCommand;
-using Op = KGChartSymbolCommand::Op;
+using Element = KGMarkupReader::Element;
+using symboltext::Assign;
+using symboltext::ReadLetter;
+using symboltext::ReadNumbers;
 
-// A whole optionally signed decimal number of at most nine digits: the commands' numbers are
-// small, and a longer one is a fault, not something to wrap around.
-bool ReadInt(std::u16string_view text, int& value) {
-    size_t at = !text.empty() && text[0] == u'-' ? 1 : 0;
-    if (text.size() <= at || text.size() - at > 9) return false;
-    int n = 0;
-    for (size_t i = at; i < text.size(); ++i) {
-        if (text[i] < u'0' || text[i] > u'9') return false;
-        n = n * 10 + (text[i] - u'0');
-    }
-    value = at ? -n : n;
-    return true;
+// An attribute value: short, its length found here rather than by a call.
+std::string_view View(const char* value) {
+    size_t n = 0;
+    while (value[n] != '\0') ++n;
+    return std::string_view(value, n);
 }
 
-bool ReadPoints(std::u16string_view text, PlixArray<Command::Point>& points) {
-    if (text.empty()) return true;
-    std::vector<int> numbers;
-    size_t start = 0;
-    while (start <= text.size()) {
-        size_t end = text.find(u',', start);
-        if (end == std::u16string_view::npos) end = text.size();
-        int n = 0;
-        if (!ReadInt(text.substr(start, end - start), n)) return false;
-        numbers.push_back(n);
-        start = end + 1;
-    }
-    if (numbers.size() % 2 != 0) return false;
-    for (size_t i = 0; i < numbers.size(); i += 2) points.Add({numbers[i], numbers[i + 1]});
-    return true;
+bool IsSpace(char c) {
+    return c == ' ' || c == '\n' || c == '\t' || c == '\r';
 }
 
-bool ReadCommand(std::u16string_view text, Command& command) {
-    if (text.size() < 2) return false;
-    const std::u16string_view op = text.substr(0, 2);
-    const std::u16string_view args = text.substr(2);
-    if (op == u"SP") {
-        command.op = Op::SelectPen;
-        command.letter = args.size() == 1 ? args[0] : 0;
-        return args.size() == 1;
+// The rows are the words of the text: as many as the box is high, each a box wide, every
+// letter "@" or one of the definition's colours, in ASCII as the presentation library's are. A
+// box larger than the text could fill is refused before anything is allocated for it.
+bool ReadBitmap(std::string_view text, KGChartSymbolDefinition& def) {
+    if (def.boxWidth < 1 || def.boxHeight < 1) return false;
+    const size_t width = static_cast<size_t>(def.boxWidth);
+    const size_t height = static_cast<size_t>(def.boxHeight);
+    if (width > text.size() || height > text.size() / width) return false;
+    const size_t size = width * height;
+    // Non-zero for the bytes that are not letters of this bitmap.
+    unsigned char other[256];
+    std::memset(other, 1, sizeof other);
+    other['@'] = 0;
+    for (const auto& colour : def.colours) {
+        if (colour.letter < 128) other[colour.letter] = 0;
     }
-    if (op == u"PU" || op == u"PD") {
-        command.op = op == u"PU" ? Op::PenUp : Op::PenDown;
-        return ReadPoints(args, command.points);
-    }
-    if (op == u"FP") {
-        command.op = Op::FillPolygon;
-        return args.empty();
-    }
-    if (op == u"SC") {
-        command.op = Op::DrawSymbol;
-        const size_t comma = args.find(u',');
-        command.name = PlixUnicodeString(std::u16string(args.substr(0, comma)));
-        if (comma != std::u16string_view::npos && !ReadInt(args.substr(comma + 1), command.value)) {
-            return false;
+    std::string& bitmap = def.bitmap;
+    bitmap.resize(size);
+    char* const out = &bitmap[0];
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    size_t filled = 0;
+    for (;;) {
+        while (at != end && IsSpace(*at)) {
+            ++at;
+            // The indentation of the next row, eight spaces at a time.
+            uint64_t eight;
+            while (end - at >= 8 && (std::memcpy(&eight, at, 8), eight == 0x2020202020202020u))
+                at += 8;
         }
-        return !command.name.IsEmpty();
+        if (at == end) break;
+        if (filled == size || static_cast<size_t>(end - at) < width) return false;
+        unsigned char wrong = 0;
+        for (size_t k = 0; k < width; ++k) wrong |= other[static_cast<unsigned char>(at[k])];
+        std::memcpy(out + filled, at, width);
+        filled += width;
+        at += width;
+        // A row ends the text or a line.
+        if (wrong != 0 || (at != end && !IsSpace(*at))) return false;
     }
-    const struct {
-        const char16_t* name;
-        Op op;
-        int low;
-        int high;
-    } kValued[] = {{u"SW", Op::PenWidth, 1, 99},
-                   {u"ST", Op::Transparency, 0, 3},
-                   {u"CI", Op::Circle, 0, 1000000},
-                   {u"PM", Op::PolygonMode, 0, 2}};
-    for (const auto& v : kValued) {
-        if (op != v.name) continue;
-        command.op = v.op;
-        return ReadInt(args, command.value) && command.value >= v.low && command.value <= v.high &&
-               !(v.op == Op::PolygonMode && command.value == 1);
-    }
-    return false;
+    return filled == size;
 }
 
-KGChartSymbolKind KindOfTag(const PlixUnicodeString& tag, bool& known) {
-    known = true;
-    if (tag == PlixUnicodeString(u"Symbol")) return KGChartSymbolKind::Symbol;
-    if (tag == PlixUnicodeString(u"LineStyle")) return KGChartSymbolKind::LineStyle;
-    known = tag == PlixUnicodeString(u"Pattern");
-    return KGChartSymbolKind::Pattern;
-}
+// Room reused from one record to the next: for a text in pieces, and for the colours and
+// definitions as they are read, so that each record's arrays are allocated once, at their size.
+struct Scratch {
+    std::string text;
+    std::vector<KGChartSymbolColour> colours;
+    std::vector<KGChartSymbolDefinition> definitions;
+};
 
-void ReadDefinition(KGMarkup& doc, KGChartSymbolDefinition& def) {
-    def.raster = doc.GetAttrib(u"type") == PlixUnicodeString(u"raster");
-    def.pivotCol = kgatoi(doc.GetAttrib(u"pivotCol"));
-    def.pivotRow = kgatoi(doc.GetAttrib(u"pivotRow"));
-    def.boxCol = kgatoi(doc.GetAttrib(u"boxCol"));
-    def.boxRow = kgatoi(doc.GetAttrib(u"boxRow"));
-    def.boxWidth = kgatoi(doc.GetAttrib(u"boxWidth"));
-    def.boxHeight = kgatoi(doc.GetAttrib(u"boxHeight"));
-    // One pass per element name: asking for each child's tag name would convert every one of
-    // thousands of bitmap rows' names to compare it.
-    doc.IntoElem();
-    while (doc.FindElem(u"Colour")) {
-        const PlixUnicodeString letter = doc.GetAttrib(u"letter");
-        if (letter.GetLength() == 1) def.colours.Add({letter[0], doc.GetAttrib(u"token")});
+bool ReadDefinition(const Element& e, KGChartSymbolDefinition& def, Scratch& scratch) {
+    static const char* const kNames[] = {"type", "pivot", "box"};
+    const char* values[3];
+    e.Attributes(kNames, values, 3);
+    def.raster = std::strcmp(values[0], "raster") == 0;
+    int pivot[2];
+    int box[4];
+    if (!ReadNumbers(View(values[1]), pivot, 2) || !ReadNumbers(View(values[2]), box, 4) ||
+        box[2] < 0 || box[3] < 0) {
+        return false;
     }
-    doc.ResetMainPos();
-    if (doc.FindElem(u"Vector")) {
+    def.pivotCol = pivot[0];
+    def.pivotRow = pivot[1];
+    def.boxCol = box[0];
+    def.boxRow = box[1];
+    def.boxWidth = box[2];
+    def.boxHeight = box[3];
+    scratch.colours.clear();
+    for (Element c = e.FirstChild("Colour"); c; c = c.Next("Colour")) {
+        static const char* const kColour[] = {"letter", "token"};
+        const char* colour[2];
+        c.Attributes(kColour, colour, 2);
+        KGChartSymbolColour read;
+        if (ReadLetter(View(colour[0]), read.letter)) {
+            Assign(View(colour[1]), read.token);
+            scratch.colours.push_back(std::move(read));
+        }
+    }
+    def.colours.Items().assign(std::make_move_iterator(scratch.colours.begin()),
+                               std::make_move_iterator(scratch.colours.end()));
+    if (!def.raster) {
         // Commands the importer reported as unknown are left out here too.
-        KGChartSymbolLibrary::ParseCommands(doc.GetData(), def.commands);
+        if (const Element vector = e.FirstChild("Vector")) {
+            symboltext::ReadCommands(vector.TextView(scratch.text), def.commands);
+        }
+        return true;
     }
-    doc.ResetMainPos();
-    while (doc.FindElem(u"Row")) def.rows.Add(doc.GetData());
-    doc.OutOfElem();
+    const Element bitmap = e.FirstChild("Bitmap");
+    return bitmap && ReadBitmap(bitmap.TextView(scratch.text), def);
 }
 
-bool ReadRecord(KGMarkup& doc, KGChartSymbolRecord& record) {
-    record.name = doc.GetAttrib(u"name");
+bool ReadRecord(const Element& e, KGChartSymbolRecord& record, Scratch& scratch) {
+    Assign(e.Attribute("name"), record.name);
     if (record.kind == KGChartSymbolKind::Pattern) {
-        record.fill = doc.GetAttrib(u"fill");
-        record.spacing = doc.GetAttrib(u"spacing");
-        record.minDistance = kgatoi(doc.GetAttrib(u"minDistance"));
-        record.maxDistance = kgatoi(doc.GetAttrib(u"maxDistance"));
+        record.fill = ToUnicode(e.Attribute("fill"));
+        record.spacing = ToUnicode(e.Attribute("spacing"));
+        record.minDistance = kgatoi(ToUnicode(e.Attribute("minDistance")));
+        record.maxDistance = kgatoi(ToUnicode(e.Attribute("maxDistance")));
     }
-    doc.IntoElem();
-    while (doc.FindElem()) {
-        const PlixUnicodeString tag = doc.GetTagName();
-        if (tag == PlixUnicodeString(u"Description")) {
-            record.description = doc.GetData();
-        } else if (tag == PlixUnicodeString(u"Definition")) {
-            record.definitions.Add(KGChartSymbolDefinition());
-            ReadDefinition(doc, record.definitions[record.definitions.GetSize() - 1]);
+    std::vector<KGChartSymbolDefinition>& definitions = scratch.definitions;
+    definitions.clear();
+    for (Element c = e.FirstChild(); c; c = c.Next()) {
+        if (c.NameIs("Definition")) {
+            if (!ReadDefinition(c, definitions.emplace_back(), scratch)) return false;
+        } else if (c.NameIs("Description")) {
+            c.Text(record.description);
         }
     }
-    doc.OutOfElem();
-    std::stable_sort(record.definitions.begin(), record.definitions.end(),
-                     [](const KGChartSymbolDefinition& a, const KGChartSymbolDefinition& b) {
-                         return !a.raster && b.raster;
-                     });
+    // The vector definition first; the importer writes it so, and then nothing moves.
+    const auto vector = [](const KGChartSymbolDefinition& d) { return !d.raster; };
+    if (!std::is_partitioned(definitions.begin(), definitions.end(), vector))
+        std::stable_partition(definitions.begin(), definitions.end(), vector);
+    record.definitions.Items().assign(std::make_move_iterator(definitions.begin()),
+                                      std::make_move_iterator(definitions.end()));
     return !record.name.IsEmpty() && !record.definitions.IsEmpty();
+}
+
+// The kind of a record element; -1 for any other element.
+int KindOf(const Element& e) {
+    if (e.NameIs("Symbol")) return static_cast<int>(KGChartSymbolKind::Symbol);
+    if (e.NameIs("LineStyle")) return static_cast<int>(KGChartSymbolKind::LineStyle);
+    if (e.NameIs("Pattern")) return static_cast<int>(KGChartSymbolKind::Pattern);
+    return -1;
 }
 
 }  // namespace
@@ -182,6 +217,12 @@ PlixUnicodeString KGChartSymbolDefinition::ColourToken(char16_t letter) const {
     return PlixUnicodeString();
 }
 
+char16_t KGChartSymbolDefinition::Pixel(int col, int row) const {
+    if (!raster || col < 0 || row < 0 || col >= boxWidth || row >= boxHeight) return u'@';
+    const size_t at = static_cast<size_t>(row) * static_cast<size_t>(boxWidth) + col;
+    return at < bitmap.size() ? static_cast<unsigned char>(bitmap[at]) : u'@';
+}
+
 KGChartSymbolLibrary::KGChartSymbolLibrary() : d(std::make_unique<Private>()) {}
 KGChartSymbolLibrary::~KGChartSymbolLibrary() = default;
 KGChartSymbolLibrary::KGChartSymbolLibrary(KGChartSymbolLibrary&&) noexcept = default;
@@ -189,29 +230,40 @@ KGChartSymbolLibrary& KGChartSymbolLibrary::operator=(KGChartSymbolLibrary&&) no
 
 bool KGChartSymbolLibrary::Load(const PlixUnicodeString& path) {
     d->Clear();
-    KGMarkup doc;
+    KGMarkupReader doc;
     if (!doc.Load(path)) {
         d->error = PlixUnicodeString("cannot be read: ") + doc.GetError();
         return false;
     }
-    if (!doc.FindElem(u"SymbolLibrary")) {
+    const Element root = doc.Root();
+    if (!root.NameIs("SymbolLibrary")) {
         d->error = u"the root element is not <SymbolLibrary>";
         return false;
     }
-    doc.IntoElem();
-    while (doc.FindElem()) {
-        bool known = false;
-        KGChartSymbolRecord record;
-        record.kind = KindOfTag(doc.GetTagName(), known);
-        if (!known) continue;
-        Private::Kind& kind = d->kinds[static_cast<int>(record.kind)];
+    // The records counted first: each kind's array and index are made once, at their size.
+    size_t counts[3] = {};
+    for (Element e = root.FirstChild(); e; e = e.Next()) {
+        const int k = KindOf(e);
+        if (k >= 0) ++counts[k];
+    }
+    for (int k = 0; k < 3; ++k) {
+        d->kinds[k].records.reserve(counts[k]);
+        size_t slots = 2;
+        while (slots < 2 * counts[k]) slots *= 2;
+        d->kinds[k].slots.assign(slots, 0);
+    }
+    Scratch scratch;
+    for (Element e = root.FirstChild(); e; e = e.Next()) {
+        const int k = KindOf(e);
+        if (k < 0) continue;
+        Private::Kind& kind = d->kinds[k];
+        KGChartSymbolRecord& record = kind.records.emplace_back();
+        record.kind = static_cast<KGChartSymbolKind>(k);
         // The first record of a name is kept, as a look-up finds it.
-        if (!ReadRecord(doc, record) || kind.index.count(record.name.Str()) != 0) {
+        if (!ReadRecord(e, record, scratch) || !kind.IndexLast()) {
+            kind.records.pop_back();
             ++d->skipped;
-            continue;
         }
-        kind.index.emplace(record.name.Str(), kind.records.size());
-        kind.records.push_back(std::move(record));
     }
     return true;
 }
@@ -228,8 +280,7 @@ const KGChartSymbolRecord* KGChartSymbolLibrary::Find(KGChartSymbolKind kind,
                                                       const PlixUnicodeString& name) const {
     const int k = static_cast<int>(kind);
     if (k < 0 || k > 2) return nullptr;
-    const auto found = d->kinds[k].index.find(name.Str());
-    return found == d->kinds[k].index.end() ? nullptr : &d->kinds[k].records[found->second];
+    return d->kinds[k].Find(name.Str());
 }
 
 PlixArray<PlixUnicodeString> KGChartSymbolLibrary::GetNames(KGChartSymbolKind kind) const {
@@ -247,23 +298,7 @@ int KGChartSymbolLibrary::GetCount(KGChartSymbolKind kind) const {
 
 int KGChartSymbolLibrary::ParseCommands(const PlixUnicodeString& text,
                                         PlixArray<KGChartSymbolCommand>& commands) {
-    const std::u16string_view all(text.Str());
-    int unknown = 0;
-    size_t start = 0;
-    while (start < all.size()) {
-        size_t end = all.find(u';', start);
-        if (end == std::u16string_view::npos) end = all.size();
-        const std::u16string_view one = all.substr(start, end - start);
-        start = end + 1;
-        if (one.empty()) continue;
-        Command command;
-        if (ReadCommand(one, command)) {
-            commands.Add(std::move(command));
-        } else {
-            ++unknown;
-        }
-    }
-    return unknown;
+    return symboltext::ReadCommands(std::u16string_view(text.Str()), commands);
 }
 
 const char* KGChartSymbolLibrary::GetKindName(KGChartSymbolKind kind) {

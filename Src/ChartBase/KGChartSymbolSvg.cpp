@@ -209,17 +209,17 @@ private:
 
     // Runs of one letter in a row become one rectangle.
     void DrawRaster(const KGChartSymbolDefinition& def) {
-        for (int y = 0; y < def.rows.GetSize(); ++y) {
-            const std::u16string& row = def.rows[y].Str();
-            for (size_t x = 0; x < row.size();) {
-                size_t end = x + 1;
-                while (end < row.size() && row[end] == row[x]) ++end;
-                if (row[x] != u'@') {
-                    Add(u"rect", {{u"x", Num(def.boxCol + static_cast<int>(x))},
+        for (int y = 0; y < def.boxHeight; ++y) {
+            for (int x = 0; x < def.boxWidth;) {
+                const char16_t letter = def.Pixel(x, y);
+                int end = x + 1;
+                while (end < def.boxWidth && def.Pixel(end, y) == letter) ++end;
+                if (letter != u'@') {
+                    Add(u"rect", {{u"x", Num(def.boxCol + x)},
                                   {u"y", Num(def.boxRow + y)},
-                                  {u"width", Num(static_cast<int>(end - x))},
+                                  {u"width", Num(end - x)},
                                   {u"height", "1"},
-                                  {u"fill", Colour(def, row[x])}});
+                                  {u"fill", Colour(def, letter)}});
                 }
                 x = end;
             }

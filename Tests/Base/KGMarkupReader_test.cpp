@@ -24,6 +24,8 @@ std::string Dump(KGC::KGMarkup& m) {
     return out + "}" + (m.OutOfElem() ? "" : "!");
 }
 std::string Dump(KGC::KGMarkupReader::Element e) {
+    std::string room = "x";
+    EXPECT_EQ(e.TextView(room), e.Text().ToUtf8());
     std::string out = std::string(e.Name()) + "=" + std::string(e.Attribute("value")) + "[" +
                       e.Text().ToUtf8() + "]{";
     for (auto c = e.FirstChild(); c; c = c.Next()) out += Dump(c);

@@ -130,12 +130,55 @@ TEST(SymbolLibrary, EveryRecordOfTheDefaultDrawsWithTheViewBoxOfItsBox) {
     EXPECT_EQ(U8(library.GetSvg(KGChartSymbolKind::Symbol, u"boylat13", colours)), "");
 }
 
-TEST(SymbolLibrary, UnreadableFilesAndUnknownCommands) {
+TEST(SymbolLibrary, UnreadableFilesBadDefinitionsAndUnknownCommands) {
     KGChartSymbolLibrary library;
     EXPECT_FALSE(library.Load(vltest::TestDataDir() + "symbols/none.xml"));
     EXPECT_EQ(U8(library.GetError()).rfind("cannot be read: ", 0), 0u);
     EXPECT_FALSE(library.Load(vltest::TestDataDir() + "import/expected/Colors/Dusk.xml"));
     EXPECT_EQ(U8(library.GetError()), "the root element is not <SymbolLibrary>");
+    // Each definition in a record of its own: the bitmap it gives, or "-" when the record is
+    // skipped and counted.
+    const std::string raster =
+        R"(<Definition type="raster" pivot="1,0" box="0,0,3,2"><Colour letter="A" token="X"/>)";
+    const struct {
+        std::string definition;
+        const char* bitmap;
+    } rows[] = {
+        {raster + "<Bitmap>\n    @A@\n    AAA\n  </Bitmap>", "@A@AAA"},
+        {raster + "<Bitmap>@A@ AAA</Bitmap>", "@A@AAA"},
+        {R"(<Definition type="vector" pivot="-5,5" box="0,0,10,0"><Vector>PD;</Vector>)", ""},
+        {raster + "<Bitmap>@A@AAA</Bitmap>", "-"},        // one run of letters
+        {raster + "<Bitmap>@A@ AA</Bitmap>", "-"},        // a short row
+        {raster + "<Bitmap>@A@ AAA @@@</Bitmap>", "-"},   // a row too many
+        {raster + "<Bitmap>@A@ ABA</Bitmap>", "-"},       // a letter without colour
+        {raster + "<Bitmap>@A@ A\u00C4A</Bitmap>", "-"},  // a letter outside ASCII
+        {raster, "-"},
+        {R"(<Definition type="raster" pivot="0,0" box="0,0,99999999,99999999"><Bitmap>@</Bitmap>)",
+         "-"},
+        {R"(<Definition type="raster" pivot="0,0" box="0,0,0,2"><Bitmap> </Bitmap>)", "-"},
+        {R"(<Definition type="vector" box="0,0,10,10">)", "-"},
+        {R"(<Definition type="vector" pivot="5" box="0,0,10,10">)", "-"},
+        {R"(<Definition type="vector" pivot="5,5" box="0,0,10,x">)", "-"},
+        {R"(<Definition type="vector" pivot="5,5" box="0,0,10,10,">)", "-"},
+        {R"(<Definition type="vector" pivot="5,5" box="0,0,-10,10">)", "-"},
+        {R"(<Definition type="vector" pivot="5, 5" box="0,0,10,10">)", "-"},
+        {R"(<Definition type="vector" pivot="5,1234567890" box="0,0,10,10">)", "-"},
+    };
+    vltest::TempDir dir;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.definition);
+        vltest::WriteFile(dir.File("s.xml"), R"(<SymbolLibrary><Symbol name="X">)" +
+                                                 row.definition +
+                                                 "</Definition></Symbol></SymbolLibrary>");
+        ASSERT_TRUE(library.Load(dir.File("s.xml")));
+        const auto* record = library.Find(KGChartSymbolKind::Symbol, u"X");
+        EXPECT_EQ(record ? record->definitions[0].bitmap : "-", row.bitmap);
+        EXPECT_EQ(library.GetSkippedCount(), record ? 0 : 1);
+    }
+    ASSERT_TRUE(library.Load(vltest::TestDataDir() + "import/expected/Symbols/SymbolLibrary.xml"));
+    const auto& top = library.Find(KGChartSymbolKind::Symbol, u"TOPMAR01")->definitions[1];
+    EXPECT_EQ(std::u16string({top.Pixel(2, 0), top.Pixel(0, 3), top.Pixel(5, 0), top.Pixel(0, -1)}),
+              u"AB@@");
     PLIX::PlixArray<KGC::KGChartSymbolCommand> commands;
     EXPECT_EQ(KGChartSymbolLibrary::ParseCommands(
                   u"SPA;SW1;PU1,2;PD;XX5;PD1;SPAB;ST4;PM1;CI;SC;PU1,2,3;SCBOY,x;PD99999999999,1;",

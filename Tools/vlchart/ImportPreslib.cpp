@@ -136,6 +136,20 @@ struct UnknownCommands {
     int count;
 };
 
+std::string Numbers(std::initializer_list<int> numbers) {
+    std::string text;
+    for (int n : numbers) text += (text.empty() ? "" : ",") + std::to_string(n);
+    return text;
+}
+
+// A raster's rows one a line, indented one step below <Bitmap> (the two spaces a level that
+// KGMarkup writes at), so that the file shows the picture; the loader ignores the white space.
+PlixUnicodeString Bitmap(const std::vector<std::string>& rows) {
+    std::string text;
+    for (const auto& row : rows) text += "\n        " + row;
+    return Utf16(text + "\n      ");
+}
+
 // Writes the symbols, line styles and patterns, each name once with its definitions (the
 // vector one first); counts them, and the vector commands the library would not know.
 std::vector<SymbolCount> WriteSymbols(const Preslib& library, const std::string& path,
@@ -165,14 +179,12 @@ std::vector<SymbolCount> WriteSymbols(const Preslib& library, const std::string&
             int bad = 0;
             for (const PreslibDefinition* def : definitions) {
                 ++(def->type == 'V' ? counts.back().vector : counts.back().raster);
-                const std::pair<const char16_t*, int> numbers[] = {
-                    {u"pivotCol", def->pivotCol}, {u"pivotRow", def->pivotRow},
-                    {u"boxCol", def->boxCol},     {u"boxRow", def->boxRow},
-                    {u"boxWidth", def->boxWidth}, {u"boxHeight", def->boxHeight}};
                 ok = ok && doc.AddChildElem(u"Definition") &&
-                     doc.SetChildAttrib(u"type", def->type == 'V' ? u"vector" : u"raster");
-                for (const auto& n : numbers) ok = ok && doc.SetChildAttrib(n.first, n.second);
-                ok = ok && doc.IntoElem();
+                     doc.SetChildAttrib(u"type", def->type == 'V' ? u"vector" : u"raster") &&
+                     doc.SetChildAttrib(u"pivot", Utf16(Numbers({def->pivotCol, def->pivotRow}))) &&
+                     doc.SetChildAttrib(u"box", Utf16(Numbers({def->boxCol, def->boxRow,
+                                                               def->boxWidth, def->boxHeight}))) &&
+                     doc.IntoElem();
                 for (const auto& colour : def->colours) {
                     ok = ok && doc.AddChildElem(u"Colour") &&
                          doc.SetChildAttrib(u"letter", Utf16(std::string(1, colour.first))) &&
@@ -183,7 +195,7 @@ std::vector<SymbolCount> WriteSymbols(const Preslib& library, const std::string&
                     PLIX::PlixArray<KGC::KGChartSymbolCommand> commands;
                     bad += KGC::KGChartSymbolLibrary::ParseCommands(Utf16(def->vector), commands);
                 }
-                for (const auto& row : def->rows) ok = ok && doc.AddChildElem(u"Row", Utf16(row));
+                if (def->type == 'R') ok = ok && doc.AddChildElem(u"Bitmap", Bitmap(def->rows));
                 ok = ok && doc.OutOfElem();
             }
             if (bad > 0) {

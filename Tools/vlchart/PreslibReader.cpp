@@ -1,6 +1,7 @@
 // Reading the presentation library's exchange text: records of fixed-width field lines.
 #include "PreslibReader.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -201,6 +202,27 @@ PreslibDefinition ReadHead(const Field& field, PreslibSymbol& symbol) {
     return def;
 }
 
+// A raster's rows must fill its box with its colour letters or "@": the symbol library's
+// loader skips a record whose bitmap does not.
+void CheckBitmap(int line, const std::string& record, const PreslibDefinition& def) {
+    std::string letters = "@";
+    for (const auto& colour : def.colours) letters += colour.first;
+    std::string problem;
+    if (def.boxWidth < 1 || def.rows.size() != static_cast<size_t>(std::max(0, def.boxHeight))) {
+        problem = std::to_string(def.rows.size()) + " rows for a box of " +
+                  std::to_string(def.boxWidth) + "x" + std::to_string(def.boxHeight);
+    }
+    for (size_t i = 0; problem.empty() && i < def.rows.size(); ++i) {
+        const std::string row = "row " + std::to_string(i + 1);
+        if (def.rows[i].size() != static_cast<size_t>(def.boxWidth)) {
+            problem = row + " is not " + std::to_string(def.boxWidth) + " wide";
+        } else if (def.rows[i].find_first_not_of(letters) != std::string::npos) {
+            problem = row + " has a letter that is not one of its colours";
+        }
+    }
+    if (!problem.empty()) throw Fault(line, record + ": " + problem);
+}
+
 void ReadSymbol(const Record& record, bool utf8, Preslib& library) {
     // Per record type: the definition, description, colour, vector and bitmap fields.
     static const std::map<std::string, std::array<const char*, 5>> kTags = {
@@ -229,6 +251,7 @@ void ReadSymbol(const Record& record, bool utf8, Preslib& library) {
             def.rows.push_back(data);
         }
     }
+    if (def.type == 'R') CheckBitmap(head->line, type + " " + read.name, def);
     PreslibSymbol& symbol = library.symbols[type][read.name];
     for (const auto& other : symbol.definitions) {
         if (other.type == def.type) {

@@ -123,7 +123,11 @@ void WriteRecord(const KGChartSymbolRecord& record) {
         for (const auto& c : def.colours)
             lines.Row({"colour", Utf8(std::u16string(1, c.letter)), Utf8(c.token)});
         for (const auto& c : def.commands) lines.Row(CommandRow(c, def));
-        for (const auto& row : def.rows) lines.Row({Utf8(row)});
+        for (int y = 0; def.raster && y < def.boxHeight; ++y) {
+            std::string row;  // the letters are ASCII
+            for (int x = 0; x < def.boxWidth; ++x) row += static_cast<char>(def.Pixel(x, y));
+            lines.Row({row});
+        }
         lines.Write(std::cout);
     }
 }
