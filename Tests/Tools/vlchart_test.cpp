@@ -120,6 +120,12 @@ const Fault kFaults[] = {
      R"x("ZZZZZZ","","SY(QUESMRK1)","5","O","OTHER","1")x"},
     {"bad-dictionary-record", "Dictionary/S57Objects.xml", "17",
      R"x(<ObjectClass Code="17" Acronym="QQQQQQ" Type="Geo"><Name>Twin</Name></ObjectClass>)x"},
+    // Names the symbol library defines, but as another kind: a symbol drawn as a pattern, a
+    // pattern as a complex line.
+    {"unknown-symbol", "Lookup/AreaSymbolized.dic", "BOYLAT13",
+     R"x("ACHARE","","AP(BOYLAT13)","3","S","STANDARD","1")x"},
+    {"unknown-symbol", "Lookup/Lines.dic", "DIAMOND1",
+     R"x("_cmapl","","LC(DIAMOND1)","5","O","STANDARD","10000")x"},
 };
 
 TEST(VlchartCheck, ReportsEachPlantedFaultWithItsKindFileAndLine) {
@@ -129,6 +135,14 @@ TEST(VlchartCheck, ReportsEachPlantedFaultWithItsKindFileAndLine) {
     for (const auto& entry : fs::recursive_directory_iterator(copy.Path()))
         fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);
     const std::string home = fs::canonical(copy.Path()).string() + "/";
+    // The default symbol library, for the style's names to be checked against.
+    fs::create_directories(home + "Symbols");
+    fs::copy_file(vltest::DefaultDataDir() + "Symbols/SymbolLibrary.xml",
+                  home + "Symbols/SymbolLibrary.xml");
+    ASSERT_EQ(vltest::RunVlchart("--home '" + home + "' style set-symbols S52 " +
+                                 "./Symbols/SymbolLibrary.xml")
+                  .status,
+              0);
     const std::set<Finding> before = Findings(home);
 
     std::set<Finding> planted;
