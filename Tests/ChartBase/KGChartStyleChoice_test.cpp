@@ -106,8 +106,8 @@ TEST(StyleChoice, TheEntryWithTheMostConditionsThatHoldWins) {
 }
 
 // Features that meet every condition of one entry, and variations of each that move the choice
-// elsewhere: an attribute left out, present without a value, written with a leading zero and
-// blanks, or with one more list element.
+// elsewhere or should not: an attribute left out, present without a value, written with a
+// leading zero or blanks, with one more list element, or beside attributes of no condition.
 template <typename Style>
 std::vector<KGFeatureAttributes> FeaturesFor(const Style& style) {
     KGFeatureAttributes base;
@@ -119,7 +119,7 @@ std::vector<KGFeatureAttributes> FeaturesFor(const Style& style) {
     }
     std::vector<KGFeatureAttributes> features{base};
     for (const auto& entry : base) {
-        for (const char16_t* change : {u"drop", u"", u" 0%s ", u"%s,1"}) {
+        for (const char16_t* change : {u"drop", u"", u" 0%s ", u" %s ", u"%s,1"}) {
             KGFeatureAttributes f = base;
             if (change == std::u16string(u"drop")) {
                 f.RemoveKey(entry.first);
@@ -131,6 +131,14 @@ std::vector<KGFeatureAttributes> FeaturesFor(const Style& style) {
             }
             features.push_back(f);
         }
+    }
+    // Attributes no condition of the class names, sorting before and after its own, and one
+    // whose acronym is too long for the chooser's packed keys.
+    for (const auto& extra : {std::vector<const char16_t*>{u"AAAAAA", u"ZZZZZZ"},
+                              std::vector<const char16_t*>{u"LONGATTRIBUTE"}}) {
+        KGFeatureAttributes f = base;
+        for (const char16_t* acronym : extra) f.SetAt(acronym, u"1");
+        features.push_back(f);
     }
     return features;
 }
