@@ -7,6 +7,7 @@
 #include "Base/KGToolkit.h"
 #include "ChartBase/KGChartLookupTable.h"
 #include "ChartBase/KGS57Dictionary.h"
+#include "KGAcronymKey.h"
 #include "KGChartLookupFields.h"
 
 using PLIX::PlixUnicodeString;
@@ -42,15 +43,10 @@ size_t CountConditions(std::u16string_view text) {
 namespace lookup {
 
 bool AttributeTypes::Find(const PlixUnicodeString& acronym, KGS57DefineInfo::AttributeType& type) {
-    const std::u16string& text = acronym.Str();
-    uint64_t key = text.size();
-    bool packed = text.size() <= 7;
-    for (size_t i = 0; packed && i < text.size(); ++i) {
-        packed = text[i] <= 0xFF;
-        key = (key << 8) | text[i];
-    }
-    if (!packed) return KGS57Config::GetInstance()->GetS57AttributeType(acronym, type);
-    Slot& slot = m_slots[(key * 0x9E3779B97F4A7C15ull) >> 56];
+    uint64_t key = 0;
+    if (!acronymkey::Pack(acronym.Str(), key))
+        return KGS57Config::GetInstance()->GetS57AttributeType(acronym, type);
+    Slot& slot = m_slots[acronymkey::Place(key, 8)];
     if (slot.key != key) {
         slot.key = key;
         slot.type = KGS57DefineInfo::AttrUnknown;

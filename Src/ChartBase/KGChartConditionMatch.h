@@ -94,14 +94,21 @@ inline bool SameValue(View wanted, View value) {
     }
 }
 
+// The value, trimmed, as digits alone that compare exactly with a 32-bit condition: false, n
+// untouched, for any other text.
+inline bool ReadSmallInteger(View value, long long& n) {
+    value = Trimmed(value);
+    if (!IsSmallInteger(value) || WithoutLeadingZeros(value).size() > 10) return false;
+    n = 0;
+    for (char16_t c : value) n = n * 10 + (c - u'0');
+    return true;
+}
+
 // The value, trimmed, is a number equal to wanted.
 inline bool SameInteger(int32_t wanted, View value) {
+    long long n = 0;
+    if (ReadSmallInteger(value, n)) return n == wanted;
     value = Trimmed(value);
-    if (IsSmallInteger(value) && WithoutLeadingZeros(value).size() <= 10) {
-        long long n = 0;
-        for (char16_t c : value) n = n * 10 + (c - u'0');
-        return n == wanted;
-    }
     return IsNumber(value) && NumberOf(value) == wanted;
 }
 

@@ -92,7 +92,7 @@ public:
 
 private:
     struct Slot {
-        uint64_t key = 0;  // 0: empty (a packed key holds its length)
+        uint64_t key = 0;  // 0: empty (a packed key is never 0)
         bool known = false;
         KGS57DefineInfo::AttributeType type = KGS57DefineInfo::AttrUnknown;
     };

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ChartBase/KGChartLookupTable.h"
+#include "KGAcronymKey.h"
 #include "KGChartConditionMatch.h"
 
 using PLIX::PlixUnicodeString;
@@ -62,20 +63,6 @@ struct Candidate {
     uint32_t count = 0;
 };
 
-// An acronym of up to eight characters from U+0001 to U+00FF (all real ones) as one number, the
-// characters from the top byte down: numbers of two such acronyms order as their texts do.
-bool PackInOrder(const std::u16string& acronym, uint64_t& key) {
-    if (acronym.size() > 8) return false;
-    key = 0;
-    int shift = 56;
-    for (char16_t c : acronym) {
-        if (c == 0 || c > 0xFF) return false;
-        key |= uint64_t{c} << shift;
-        shift -= 8;
-    }
-    return true;
-}
-
 struct ObjectClass {
     std::vector<std::u16string> acronyms;  // sorted as the feature's map sorts them
     std::vector<uint64_t> packed;          // the same, packed; empty when one cannot be
@@ -109,7 +96,7 @@ ObjectClass Prepare(const PLIX::PlixArray<Style*>& styles) {
     c.acronyms.erase(std::unique(c.acronyms.begin(), c.acronyms.end()), c.acronyms.end());
     for (const auto& acronym : c.acronyms) {
         uint64_t key = 0;
-        if (!PackInOrder(acronym, key)) {
+        if (!acronymkey::Pack(acronym, key)) {
             c.packed.clear();
             break;
         }
@@ -186,14 +173,8 @@ void ReadValue(const PlixUnicodeString& text16, Value& value) {
     value.data = text.data();
     value.size = text.size();
     value.plain = IsPlain(text);
-    value.integer = false;
     value.n = 0;
-    const View trimmed = condition::Trimmed(text);
-    if (condition::IsSmallInteger(trimmed) &&
-        condition::WithoutLeadingZeros(trimmed).size() <= 10) {
-        value.integer = true;
-        for (char16_t ch : trimmed) value.n = value.n * 10 + (ch - u'0');
-    }
+    value.integer = condition::ReadSmallInteger(text, value.n);
 }
 
 // Pairs the feature's attributes with the class's in one pass (both lists are sorted alike),
@@ -205,7 +186,7 @@ bool ReadPacked(const ObjectClass& c, const KGFeatureAttributes& feature, Value*
     for (const auto& entry : feature) {
         if (slot == count) break;
         uint64_t key = 0;
-        if (!PackInOrder(entry.first.Str(), key)) return false;
+        if (!acronymkey::Pack(entry.first.Str(), key)) return false;
         while (slot < count && c.packed[slot] < key) values[slot++].present = false;
         if (slot < count && c.packed[slot] == key) ReadValue(entry.second, values[slot++]);
     }
@@ -254,38 +235,36 @@ const void* Choose(const ObjectClass& c, const KGFeatureAttributes& feature) {
     return nullptr;
 }
 
-// Object classes by acronym. An acronym of up to seven Latin-1 characters (all real ones) is
-// packed into one number and found in an open-addressed table: a host asks once per feature, and
+// Object classes by acronym. An acronym that packs into one number (all real ones) is found in
+// an open-addressed table: a host asks once per feature, and
 // a general hash map's division and node hops were a third of the choice.
 class Classes {
 public:
     template <typename Map>
     explicit Classes(const Map& table) {
-        size_t capacity = 16;
-        while (capacity < 2 * static_cast<size_t>(table.GetCount())) capacity *= 2;
-        m_slots.assign(capacity, Slot{});
-        m_shift = 64;
-        for (size_t c = capacity; c > 1; c /= 2) --m_shift;
+        m_bits = 4;
+        while ((size_t{1} << m_bits) < 2 * static_cast<size_t>(table.GetCount())) ++m_bits;
+        m_slots.assign(size_t{1} << m_bits, Slot{});
         for (const auto& entry : table) {
             const uint32_t index = static_cast<uint32_t>(m_classes.size());
             m_classes.push_back(Prepare(entry.second.Styles));
             uint64_t key = 0;
-            if (!Pack(entry.first.Str(), key)) {
+            if (!acronymkey::Pack(entry.first.Str(), key)) {
                 m_other.emplace(entry.first.Str(), index);
                 continue;
             }
-            size_t at = Home(key);
+            size_t at = acronymkey::Place(key, m_bits);
             while (m_slots[at].key != 0) at = (at + 1) & (m_slots.size() - 1);
             m_slots[at] = Slot{key, index};
         }
     }
     const ObjectClass* Find(const std::u16string& acronym) const {
         uint64_t key = 0;
-        if (!Pack(acronym, key)) {
+        if (!acronymkey::Pack(acronym, key)) {
             const auto found = m_other.find(acronym);
             return found == m_other.end() ? nullptr : &m_classes[found->second];
         }
-        for (size_t at = Home(key);; at = (at + 1) & (m_slots.size() - 1)) {
+        for (size_t at = acronymkey::Place(key, m_bits);; at = (at + 1) & (m_slots.size() - 1)) {
             if (m_slots[at].key == key) return &m_classes[m_slots[at].index];
             if (m_slots[at].key == 0) return nullptr;
         }
@@ -293,24 +272,12 @@ public:
 
 private:
     struct Slot {
-        uint64_t key = 0;  // 0: empty (a packed key holds its length, so is never 0)
+        uint64_t key = 0;  // 0: empty (a packed key is never 0)
         uint32_t index = 0;
     };
-    static bool Pack(const std::u16string& acronym, uint64_t& key) {
-        if (acronym.size() > 7) return false;
-        key = acronym.size();
-        for (char16_t c : acronym) {
-            if (c > 0xFF) return false;
-            key = (key << 8) | c;
-        }
-        return true;
-    }
-    size_t Home(uint64_t key) const {
-        return static_cast<size_t>((key * 0x9E3779B97F4A7C15ull) >> m_shift);
-    }
     std::vector<ObjectClass> m_classes;
     std::vector<Slot> m_slots;  // a power of two, at most half full
-    int m_shift = 64;
+    int m_bits = 4;
     std::unordered_map<std::u16string, uint32_t> m_other;
 };
 
