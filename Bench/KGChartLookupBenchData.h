@@ -1,7 +1,6 @@
 // The real "S52" look-up tables shared by the look-up table benchmarks.
 #pragma once
 
-#include <ctime>
 #include <filesystem>
 #include <string>
 
@@ -11,6 +10,7 @@
 #include "ChartBase/KGChartEnvironment.h"
 #include "ChartBase/KGChartLookupTable.h"
 #include "ChartBase/KGS57Dictionary.h"
+#include "ThreadClock.h"
 
 namespace lookupbench {
 
@@ -88,12 +88,6 @@ inline long long ReadFiveRealTables() {
     return fields;
 }
 
-// Processor time of this thread: what a side-by-side comparison adds up, so that time the
-// busy machine gives to others counts on neither side.
-inline double ThreadSeconds() {
-    timespec ts;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-    return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) * 1e-9;
-}
+using benchclock::ThreadSeconds;
 
 }  // namespace lookupbench

@@ -1,7 +1,6 @@
 // The symbol library of the default environment: loading it against a pugixml parse of the same
 // file (the floor, measured in the same run), and the whole gallery written.
 #include <benchmark/benchmark.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -10,17 +9,14 @@
 
 #include "ChartBase/KGChartColorTable.h"
 #include "ChartBase/KGChartSymbolLibrary.h"
+#include "ThreadClock.h"
 
 namespace {
 
 const std::string kData = std::string(VLBENCH_SOURCE_DIR) + "/Data/";
 const std::string kLibrary = kData + "Symbols/SymbolLibrary.xml";
 
-double ThreadSeconds() {
-    timespec ts;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-    return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) * 1e-9;
-}
+using benchclock::ThreadSeconds;
 
 // The floor: the file parsed into a DOM, nothing more.
 size_t ParseFloor() {
