@@ -33,6 +33,9 @@ public:
 
         std::string_view Name() const;
         bool NameIs(const char* name) const;
+        // The position of the element's name among count names; -1 when it is none of them.
+        // One look at the name, for a reader that tells several kinds of element apart.
+        int NameIndex(const char* const* names, int count) const;
         // The value of the first attribute of that name, entities decoded; empty when absent.
         // The view's text is followed by a NUL, so data() may be read as a C string.
         std::string_view Attribute(const char* name) const;

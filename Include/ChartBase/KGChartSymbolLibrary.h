@@ -59,7 +59,7 @@ struct KGChartSymbolCommand {
         }
         const Point* begin() const { return m_size > 1 ? m_more : &m_one; }
         const Point* end() const { return begin() + m_size; }
-        void Add(const Point& point) {
+        void Add(Point point) {
             if (m_size == 0) {
                 m_one = point;
                 m_size = 1;
@@ -69,7 +69,7 @@ struct KGChartSymbolCommand {
         }
 
     private:
-        void AddMore(const Point& point);
+        void AddMore(Point point);
 
         union {
             Point m_one{};

@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <pugixml.hpp>
+#include <type_traits>
 #include <utility>
 
 #include "Base/KGMarkup.h"
@@ -16,16 +17,28 @@ using PLIX::PlixUnicodeString;
 
 namespace {
 
-bool IsElement(const pugi::xml_node& n) {
-    return n.type() == pugi::node_element;
-}
-bool IsText(const pugi::xml_node& n) {
-    return n.type() == pugi::node_pcdata || n.type() == pugi::node_cdata;
+// Every accessor of pugixml is a library call, and the loaders make several per node: the
+// handles are made here by copying the node pointer, which pugi::xml_node is (it is trivially
+// copyable and holds nothing else), instead of by calling its constructor and internal_object().
+static_assert(std::is_trivially_copyable_v<pugi::xml_node> &&
+                  sizeof(pugi::xml_node) == sizeof(pugi::xml_node_struct*),
+              "a pugixml node handle is its node pointer");
+
+pugi::xml_node Node(pugi::xml_node_struct* p) {
+    static const pugi::xml_node kNone;
+    pugi::xml_node n = kNone;
+    std::memcpy(static_cast<void*>(&n), &p, sizeof p);
+    return n;
 }
 
-pugi::xml_node NextElement(pugi::xml_node n) {
-    while (n && !IsElement(n)) n = n.next_sibling();
-    return n;
+pugi::xml_node_struct* Struct(const pugi::xml_node& n) {
+    pugi::xml_node_struct* p;
+    std::memcpy(&p, static_cast<const void*>(&n), sizeof p);
+    return p;
+}
+
+bool IsText(pugi::xml_node_type type) {
+    return type == pugi::node_pcdata || type == pugi::node_cdata;
 }
 
 // Names compared byte by byte, in line: the names are short, and strcmp's set-up costs more
@@ -38,9 +51,15 @@ bool SameName(const char* a, const char* b) {
     return *a == *b;
 }
 
-pugi::xml_node ElementFrom(pugi::xml_node n, const char* name) {
-    while (n && !(IsElement(n) && SameName(n.name(), name))) n = n.next_sibling();
-    return n;
+// The first element from n on, along its siblings, whose name is name (any name when null);
+// the type of a missing node is node_null, which ends the walk with one call a step.
+pugi::xml_node_struct* ElementFrom(pugi::xml_node n, const char* name) {
+    for (;; n = n.next_sibling()) {
+        const pugi::xml_node_type type = n.type();
+        if (type == pugi::node_null) return nullptr;
+        if (type == pugi::node_element && (name == nullptr || SameName(n.name(), name)))
+            return Struct(n);
+    }
 }
 
 }  // namespace
@@ -93,45 +112,60 @@ std::string KGMarkupReader::GetEncoding() const {
 }
 
 KGMarkupReader::Element KGMarkupReader::Root() const {
-    return Element(NextElement(d->doc.first_child()).internal_object());
+    return Element(ElementFrom(d->doc.first_child(), nullptr));
 }
 
 std::string_view KGMarkupReader::Element::Name() const {
-    return pugi::xml_node(m_node).name();
+    return Node(m_node).name();
 }
 
 bool KGMarkupReader::Element::NameIs(const char* name) const {
-    return SameName(pugi::xml_node(m_node).name(), name);
+    return SameName(Node(m_node).name(), name);
+}
+
+int KGMarkupReader::Element::NameIndex(const char* const* names, int count) const {
+    const char* const name = Node(m_node).name();
+    for (int i = 0; i < count; ++i) {
+        if (name[0] == names[i][0] && SameName(name, names[i])) return i;
+    }
+    return -1;
 }
 
 std::string_view KGMarkupReader::Element::Attribute(const char* name) const {
-    for (pugi::xml_attribute a = pugi::xml_node(m_node).first_attribute(); a;
-         a = a.next_attribute()) {
-        if (SameName(a.name(), name)) return a.value();
+    // A parsed attribute always has a name; a missing one's is "", which ends the walk.
+    for (pugi::xml_attribute a = Node(m_node).first_attribute();; a = a.next_attribute()) {
+        const char* const own = a.name();
+        if (*own == '\0') break;
+        if (SameName(own, name)) return a.value();
     }
     return std::string_view("", 0);
 }
 
 void KGMarkupReader::Element::Attributes(const char* const* names, const char** values,
                                          size_t count) const {
+    for (size_t i = 0; i < count; ++i) values[i] = nullptr;
     size_t missing = count;
-    for (size_t i = 0; i < count; ++i) values[i] = "";
-    // Only the first attribute of a name counts; found[] marks those already seen.
-    bool found[16] = {};
-    if (count > sizeof found) {
-        for (size_t i = 0; i < count; ++i) values[i] = Attribute(names[i]).data();
-        return;
-    }
-    for (pugi::xml_attribute a = pugi::xml_node(m_node).first_attribute(); a && missing > 0;
+    // Files written by the library hold the attributes in the order asked for: the next name
+    // in that order is tried first, and the others only when it is not the one.
+    size_t next = 0;
+    for (pugi::xml_attribute a = Node(m_node).first_attribute(); missing > 0;
          a = a.next_attribute()) {
-        const char* name = a.name();
-        for (size_t i = 0; i < count; ++i) {
-            if (!found[i] && SameName(name, names[i])) {
-                values[i] = a.value();
-                found[i] = true;
-                --missing;
+        const char* const name = a.name();
+        // A parsed attribute always has a name; a missing one's is "", which ends the walk.
+        if (*name == '\0') break;
+        size_t i = next;
+        if (i == count || values[i] != nullptr || !SameName(name, names[i])) {
+            for (i = 0; i < count && (values[i] != nullptr || !SameName(name, names[i])); ++i) {
             }
+            if (i == count) continue;
         }
+        // Only the first attribute of a name counts.
+        values[i] = a.value();
+        next = i + 1;
+        --missing;
+    }
+    for (size_t i = 0; i < count; ++i) {
+        if (values[i] == nullptr) values[i] = "";
     }
 }
 
@@ -142,48 +176,36 @@ PlixUnicodeString KGMarkupReader::Element::Text() const {
 }
 
 void KGMarkupReader::Element::Text(PlixUnicodeString& out) const {
-    const pugi::xml_node first = pugi::xml_node(m_node).first_child();
-    // The usual element holds one piece of text: convert it without gathering.
-    if (first && !first.next_sibling()) {
-        if (!IsText(first)) {
-            out.Empty();
-            return;
-        }
-        const char* text = first.value();
-        PLIX::Utf8ToUtf16(text, std::strlen(text), out.Str());
-        return;
-    }
-    std::string text;
-    for (pugi::xml_node c = first; c; c = c.next_sibling()) {
-        if (IsText(c)) text += c.value();
-    }
+    std::string room;
+    const std::string_view text = TextView(room);
     PLIX::Utf8ToUtf16(text.data(), text.size(), out.Str());
 }
 
 std::string_view KGMarkupReader::Element::TextView(std::string& room) const {
-    const pugi::xml_node first = pugi::xml_node(m_node).first_child();
-    if (first && !first.next_sibling()) return IsText(first) ? first.value() : "";
+    const pugi::xml_node first = Node(m_node).first_child();
+    // The usual element holds one piece of text, or nothing: a view of it, without gathering.
+    if (Struct(first.next_sibling()) == nullptr) return IsText(first.type()) ? first.value() : "";
     room.clear();
-    for (pugi::xml_node c = first; c; c = c.next_sibling()) {
-        if (IsText(c)) room += c.value();
+    for (pugi::xml_node c = first; Struct(c) != nullptr; c = c.next_sibling()) {
+        if (IsText(c.type())) room += c.value();
     }
     return room;
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::FirstChild() const {
-    return Element(NextElement(pugi::xml_node(m_node).first_child()).internal_object());
+    return Element(ElementFrom(Node(m_node).first_child(), nullptr));
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::FirstChild(const char* name) const {
-    return Element(ElementFrom(pugi::xml_node(m_node).first_child(), name).internal_object());
+    return Element(ElementFrom(Node(m_node).first_child(), name));
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::Next() const {
-    return Element(NextElement(pugi::xml_node(m_node).next_sibling()).internal_object());
+    return Element(ElementFrom(Node(m_node).next_sibling(), nullptr));
 }
 
 KGMarkupReader::Element KGMarkupReader::Element::Next(const char* name) const {
-    return Element(ElementFrom(pugi::xml_node(m_node).next_sibling(), name).internal_object());
+    return Element(ElementFrom(Node(m_node).next_sibling(), name));
 }
 
 }  // namespace KGC

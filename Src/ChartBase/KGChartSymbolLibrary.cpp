@@ -10,6 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "Base/KGMarkupReader.h"
 #include "Base/KGNumber.h"
 #include "KGChartSymbolText.h"
@@ -82,6 +86,62 @@ bool IsSpace(char c) {
     return c == ' ' || c == '\n' || c == '\t' || c == '\r';
 }
 
+// The letters a bitmap may hold: "@" and the definition's colour letters. The presentation
+// library's are "@" and a run from "A", one range of bytes, which is tested sixteen pixels at a
+// time; any other set, a byte at a time against a table.
+class Letters {
+public:
+    explicit Letters(const KGChartSymbolDefinition& def) {
+        std::memset(m_other, 1, sizeof m_other);
+        m_other['@'] = 0;
+        unsigned low = '@';
+        unsigned high = '@';
+        for (const auto& colour : def.colours) {
+            if (colour.letter >= 128) continue;
+            m_other[colour.letter] = 0;
+            low = std::min<unsigned>(low, colour.letter);
+            high = std::max<unsigned>(high, colour.letter);
+        }
+        m_low = static_cast<unsigned char>(low);
+        m_span = static_cast<unsigned char>(high - low);
+        for (unsigned c = low; c <= high; ++c) m_range = m_range && m_other[c] == 0;
+    }
+
+    // Copies the width bytes at row to out when they are all letters; end bounds what may be
+    // read beyond them, and out has room for sixteen bytes more than the row.
+    bool CopyRow(const char* row, size_t width, const char* end, char* out) const {
+#if defined(__SSE2__)
+        if (m_range && static_cast<size_t>(end - row) >= 16) {
+            const __m128i low = _mm_set1_epi8(static_cast<char>(m_low));
+            const __m128i span = _mm_set1_epi8(static_cast<char>(m_span));
+            // Copies sixteen bytes; the lanes whose byte lies outside low..low+span.
+            const auto copy = [&](size_t at) {
+                const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + at));
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(out + at), bytes);
+                const __m128i offset = _mm_sub_epi8(bytes, low);
+                return ~_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(offset, span), span)) &
+                       0xFFFF;
+            };
+            if (width < 16) return (copy(0) & ((1 << width) - 1)) == 0;
+            int bad = copy(width - 16);
+            for (size_t k = 0; k + 16 <= width && bad == 0; k += 16) bad = copy(k);
+            return bad == 0;
+        }
+#endif
+        (void)end;
+        unsigned char wrong = 0;
+        for (size_t k = 0; k < width; ++k) wrong |= m_other[static_cast<unsigned char>(row[k])];
+        std::memcpy(out, row, width);
+        return wrong == 0;
+    }
+
+private:
+    unsigned char m_other[256];  // non-zero for the bytes that are not letters
+    unsigned char m_low = 0;
+    unsigned char m_span = 0;
+    bool m_range = true;  // the letters are exactly the bytes m_low..m_low+m_span
+};
+
 // The rows are the words of the text: as many as the box is high, each a box wide, every
 // letter "@" or one of the definition's colours, in ASCII as the presentation library's are. A
 // box larger than the text could fill is refused before anything is allocated for it.
@@ -91,15 +151,10 @@ bool ReadBitmap(std::string_view text, KGChartSymbolDefinition& def) {
     const size_t height = static_cast<size_t>(def.boxHeight);
     if (width > text.size() || height > text.size() / width) return false;
     const size_t size = width * height;
-    // Non-zero for the bytes that are not letters of this bitmap.
-    unsigned char other[256];
-    std::memset(other, 1, sizeof other);
-    other['@'] = 0;
-    for (const auto& colour : def.colours) {
-        if (colour.letter < 128) other[colour.letter] = 0;
-    }
+    const Letters letters(def);
     std::string& bitmap = def.bitmap;
-    bitmap.resize(size);
+    // Room for whole sixteen-byte stores past the last row, given back at the end.
+    bitmap.resize(size + 16);
     char* const out = &bitmap[0];
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -114,14 +169,13 @@ bool ReadBitmap(std::string_view text, KGChartSymbolDefinition& def) {
         }
         if (at == end) break;
         if (filled == size || static_cast<size_t>(end - at) < width) return false;
-        unsigned char wrong = 0;
-        for (size_t k = 0; k < width; ++k) wrong |= other[static_cast<unsigned char>(at[k])];
-        std::memcpy(out + filled, at, width);
+        if (!letters.CopyRow(at, width, end, out + filled)) return false;
         filled += width;
         at += width;
         // A row ends the text or a line.
-        if (wrong != 0 || (at != end && !IsSpace(*at))) return false;
+        if (at != end && !IsSpace(*at)) return false;
     }
+    bitmap.resize(size);
     return filled == size;
 }
 
@@ -137,7 +191,7 @@ bool ReadDefinition(const Element& e, KGChartSymbolDefinition& def, Scratch& scr
     static const char* const kNames[] = {"type", "pivot", "box"};
     const char* values[3];
     e.Attributes(kNames, values, 3);
-    def.raster = std::strcmp(values[0], "raster") == 0;
+    def.raster = View(values[0]) == "raster";
     int pivot[2];
     int box[4];
     if (!ReadNumbers(View(values[1]), pivot, 2) || !ReadNumbers(View(values[2]), box, 4) ||
@@ -150,27 +204,36 @@ bool ReadDefinition(const Element& e, KGChartSymbolDefinition& def, Scratch& scr
     def.boxRow = box[1];
     def.boxWidth = box[2];
     def.boxHeight = box[3];
+    // The children in one pass: the colours, and the first command text or bitmap.
     scratch.colours.clear();
-    for (Element c = e.FirstChild("Colour"); c; c = c.Next("Colour")) {
-        static const char* const kColour[] = {"letter", "token"};
-        const char* colour[2];
-        c.Attributes(kColour, colour, 2);
-        KGChartSymbolColour read;
-        if (ReadLetter(View(colour[0]), read.letter)) {
-            Assign(View(colour[1]), read.token);
-            scratch.colours.push_back(std::move(read));
+    Element vector;
+    Element bitmap;
+    static const char* const kChildren[] = {"Colour", "Vector", "Bitmap"};
+    for (Element c = e.FirstChild(); c; c = c.Next()) {
+        const int child = c.NameIndex(kChildren, 3);
+        if (child == 0) {
+            static const char* const kColour[] = {"letter", "token"};
+            const char* colour[2];
+            c.Attributes(kColour, colour, 2);
+            KGChartSymbolColour& read = scratch.colours.emplace_back();
+            if (ReadLetter(View(colour[0]), read.letter)) {
+                Assign(View(colour[1]), read.token);
+            } else {
+                scratch.colours.pop_back();
+            }
+        } else if (child == 1 && !vector) {
+            vector = c;
+        } else if (child == 2 && !bitmap) {
+            bitmap = c;
         }
     }
     def.colours.Items().assign(std::make_move_iterator(scratch.colours.begin()),
                                std::make_move_iterator(scratch.colours.end()));
     if (!def.raster) {
         // Commands the importer reported as unknown are left out here too.
-        if (const Element vector = e.FirstChild("Vector")) {
-            symboltext::ReadCommands(vector.TextView(scratch.text), def.commands);
-        }
+        if (vector) symboltext::ReadCommands(vector.TextView(scratch.text), def.commands);
         return true;
     }
-    const Element bitmap = e.FirstChild("Bitmap");
     return bitmap && ReadBitmap(bitmap.TextView(scratch.text), def);
 }
 
@@ -184,11 +247,13 @@ bool ReadRecord(const Element& e, KGChartSymbolRecord& record, Scratch& scratch)
     }
     std::vector<KGChartSymbolDefinition>& definitions = scratch.definitions;
     definitions.clear();
+    static const char* const kChildren[] = {"Definition", "Description"};
     for (Element c = e.FirstChild(); c; c = c.Next()) {
-        if (c.NameIs("Definition")) {
+        const int child = c.NameIndex(kChildren, 2);
+        if (child == 0) {
             if (!ReadDefinition(c, definitions.emplace_back(), scratch)) return false;
-        } else if (c.NameIs("Description")) {
-            c.Text(record.description);
+        } else if (child == 1) {
+            Assign(c.TextView(scratch.text), record.description);
         }
     }
     // The vector definition first; the importer writes it so, and then nothing moves.
@@ -202,10 +267,9 @@ bool ReadRecord(const Element& e, KGChartSymbolRecord& record, Scratch& scratch)
 
 // The kind of a record element; -1 for any other element.
 int KindOf(const Element& e) {
-    if (e.NameIs("Symbol")) return static_cast<int>(KGChartSymbolKind::Symbol);
-    if (e.NameIs("LineStyle")) return static_cast<int>(KGChartSymbolKind::LineStyle);
-    if (e.NameIs("Pattern")) return static_cast<int>(KGChartSymbolKind::Pattern);
-    return -1;
+    // In the order of KGChartSymbolKind.
+    static const char* const kKinds[] = {"Symbol", "LineStyle", "Pattern"};
+    return e.NameIndex(kKinds, 3);
 }
 
 }  // namespace

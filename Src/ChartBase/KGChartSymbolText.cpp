@@ -25,12 +25,15 @@ using symboltext::ReadLetter;
 template <typename Char>
 bool ReadPoints(std::basic_string_view<Char> text, Command::Points& points) {
     for (size_t at = 0; at < text.size();) {
-        Command::Point p;
-        if ((at > 0 && text[at++] != ',') || !ReadNumber(text, at, p.col) || at == text.size() ||
-            text[at++] != ',' || !ReadNumber(text, at, p.row)) {
+        // Read into locals, not a Point in memory: its two halves stored apart and then loaded
+        // whole would stall the load.
+        int col;
+        int row;
+        if ((at > 0 && text[at++] != ',') || !ReadNumber(text, at, col) || at == text.size() ||
+            text[at++] != ',' || !ReadNumber(text, at, row)) {
             return false;
         }
-        points.Add(p);
+        points.Add(Command::Point{col, row});
     }
     return true;
 }
@@ -174,7 +177,7 @@ KGChartSymbolCommand::Points::~Points() {
     if (m_size > 1) delete[] m_more;
 }
 
-void KGChartSymbolCommand::Points::AddMore(const Point& point) {
+void KGChartSymbolCommand::Points::AddMore(Point point) {
     if ((m_size & (m_size - 1)) == 0) {
         Point* grown = new Point[2 * static_cast<size_t>(m_size)];
         std::copy(begin(), end(), grown);

@@ -140,11 +140,26 @@ TEST(SymbolLibrary, UnreadableFilesBadDefinitionsAndUnknownCommands) {
     // skipped and counted.
     const std::string raster =
         R"(<Definition type="raster" pivot="1,0" box="0,0,3,2"><Colour letter="A" token="X"/>)";
+    // Wider rows, and texts of sixteen bytes and more, are checked sixteen pixels at a time.
+    const std::string wide =
+        R"(<Definition type="raster" pivot="1,0" box="0,0,20,2"><Colour letter="A" token="X"/>)"
+        R"(<Colour letter="B" token="Y"/><Bitmap>)";
+    const std::string gap =
+        R"(<Definition type="raster" pivot="1,0" box="0,0,3,2"><Colour letter="A" token="X"/>)"
+        R"(<Colour letter="C" token="Y"/><Bitmap>)";
+    const std::string pad(16, ' ');
     const struct {
         std::string definition;
         const char* bitmap;
     } rows[] = {
         {raster + "<Bitmap>\n    @A@\n    AAA\n  </Bitmap>", "@A@AAA"},
+        {raster + "<Bitmap>@A@ AAA" + pad + "</Bitmap>", "@A@AAA"},
+        {wide + "AAAAAAAAAAAAAAAAAAAB @@@@@@@@@@@@@@@@@@@@</Bitmap>",
+         "AAAAAAAAAAAAAAAAAAAB@@@@@@@@@@@@@@@@@@@@"},
+        {wide + "AAAAAAAAAAAAAAAAAAAC @@@@@@@@@@@@@@@@@@@@</Bitmap>", "-"},
+        {wide + "AAAAAAACAAAAAAAAAAAA @@@@@@@@@@@@@@@@@@@@</Bitmap>", "-"},
+        {gap + "ACA @@@" + pad + "</Bitmap>", "ACA@@@"},
+        {gap + "ABA @@@" + pad + "</Bitmap>", "-"},  // between two letters, not one
         {raster + "<Bitmap>@A@ AAA</Bitmap>", "@A@AAA"},
         {R"(<Definition type="vector" pivot="-5,5" box="0,0,10,0"><Vector>PD;</Vector>)", ""},
         {raster + "<Bitmap>@A@AAA</Bitmap>", "-"},        // one run of letters
