@@ -4,7 +4,9 @@
 // of a colour table. A host draws a record itself from its definitions, or uses the picture.
 //
 // Threads: once loaded, the const members may be called from several threads at once; loading
-// needs the library to itself.
+// needs the library to itself. A record's vector commands are decoded when it is first looked
+// up (Find, and so GetSvg and SaveGallery), once, under the library's lock: a load decodes
+// none, and a host pays only for the records it draws.
 #pragma once
 
 #include <cassert>
@@ -152,7 +154,8 @@ public:
     // Records left out by the last load.
     int GetSkippedCount() const;
 
-    // The record of that kind and name (case as written); null when there is none.
+    // The record of that kind and name (case as written), its commands decoded; null when
+    // there is none. The record stays where it is until the next load.
     const KGChartSymbolRecord* Find(KGChartSymbolKind kind,
                                     const PLIX::PlixUnicodeString& name) const;
     // The names of a kind, in file order.

@@ -4,8 +4,10 @@
 #include "ChartBase/KGChartSymbolLibrary.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +25,16 @@ using PLIX::PlixUnicodeString;
 
 namespace KGC {
 
+namespace {
+
+// Where a vector definition's command text lies in the library's commandText.
+struct Span {
+    uint32_t offset = 0;
+    uint32_t size = 0;
+};
+
+}  // namespace
+
 struct KGChartSymbolLibrary::Private {
     struct Kind {
         std::vector<KGChartSymbolRecord> records;
@@ -30,14 +42,21 @@ struct KGChartSymbolLibrary::Private {
         // when empty, in a power of two of at least twice the records so that probes stay
         // short. One allocation, where a map would make one a record.
         std::vector<uint32_t> slots;
+        // The command texts of record i's vector definitions (which come first among its
+        // definitions) are spans[firstSpan[i]...], one a definition; decoded[i] is set once
+        // they have been decoded into the record.
+        std::vector<uint32_t> firstSpan;
+        std::vector<Span> spans;
+        std::unique_ptr<std::atomic<bool>[]> decoded;
 
-        const KGChartSymbolRecord* Find(std::u16string_view name) const {
-            if (slots.empty()) return nullptr;
+        // The position of the record of that name; -1 when there is none.
+        ptrdiff_t Find(std::u16string_view name) const {
+            if (slots.empty()) return -1;
             const size_t mask = slots.size() - 1;
             for (size_t i = Hash(name) & mask; slots[i] != 0; i = (i + 1) & mask) {
-                if (records[slots[i] - 1].name.Str() == name) return &records[slots[i] - 1];
+                if (records[slots[i] - 1].name.Str() == name) return slots[i] - 1;
             }
-            return nullptr;
+            return -1;
         }
         // Indexes the last record; false when one of its name is there already.
         bool IndexLast() {
@@ -55,16 +74,39 @@ struct KGChartSymbolLibrary::Private {
         }
     };
     Kind kinds[3];
+    // The vector definitions' command texts, one after the other, as the file has them.
+    std::string commandText;
+    std::mutex decoding;
     PlixUnicodeString error;
     int skipped = 0;
 
     void Clear() {
-        for (auto& kind : kinds) {
-            kind.records.clear();
-            kind.slots.clear();
-        }
+        for (auto& kind : kinds) kind = Kind();
+        commandText.clear();
         error.Empty();
         skipped = 0;
+    }
+
+    // Record i of kind k with its commands decoded: at its first look-up, under the lock, so
+    // that a load decodes nothing and a host pays only for the records it draws.
+    const KGChartSymbolRecord& Decoded(int k, size_t i) {
+        Kind& kind = kinds[k];
+        if (!kind.decoded[i].load(std::memory_order_acquire)) {
+            const std::lock_guard<std::mutex> lock(decoding);
+            if (!kind.decoded[i].load(std::memory_order_relaxed)) {
+                const Span* span = kind.spans.data() + kind.firstSpan[i];
+                for (KGChartSymbolDefinition& def : kind.records[i].definitions.Items()) {
+                    if (def.raster) break;
+                    def.commands.Items().clear();
+                    symboltext::ReadCommands(
+                        std::string_view(commandText).substr(span->offset, span->size),
+                        def.commands);
+                    ++span;
+                }
+                kind.decoded[i].store(true, std::memory_order_release);
+            }
+        }
+        return kind.records[i];
     }
 };
 
@@ -180,11 +222,14 @@ bool ReadBitmap(std::string_view text, KGChartSymbolDefinition& def) {
 }
 
 // Room reused from one record to the next: for a text in pieces, and for the colours and
-// definitions as they are read, so that each record's arrays are allocated once, at their size.
+// definitions as they are read, so that each record's arrays are allocated once, at their size;
+// and where the record's command texts are kept, for decoding at its first look-up.
 struct Scratch {
     std::string text;
     std::vector<KGChartSymbolColour> colours;
     std::vector<KGChartSymbolDefinition> definitions;
+    std::string& commandText;
+    std::vector<Span> spans;  // the record's, in reading order
 };
 
 bool ReadDefinition(const Element& e, KGChartSymbolDefinition& def, Scratch& scratch) {
@@ -230,8 +275,13 @@ bool ReadDefinition(const Element& e, KGChartSymbolDefinition& def, Scratch& scr
     def.colours.Items().assign(std::make_move_iterator(scratch.colours.begin()),
                                std::make_move_iterator(scratch.colours.end()));
     if (!def.raster) {
-        // Commands the importer reported as unknown are left out here too.
-        if (vector) symboltext::ReadCommands(vector.TextView(scratch.text), def.commands);
+        // Kept as the file has it; decoding never refuses a record (commands the importer
+        // reported as unknown are left out then), so it waits for the record's first look-up.
+        const std::string_view text = vector ? vector.TextView(scratch.text) : "";
+        if (scratch.commandText.size() + text.size() > UINT32_MAX) return false;
+        scratch.spans.push_back({static_cast<uint32_t>(scratch.commandText.size()),
+                                 static_cast<uint32_t>(text.size())});
+        scratch.commandText.append(text);
         return true;
     }
     return bitmap && ReadBitmap(bitmap.TextView(scratch.text), def);
@@ -247,6 +297,7 @@ bool ReadRecord(const Element& e, KGChartSymbolRecord& record, Scratch& scratch)
     }
     std::vector<KGChartSymbolDefinition>& definitions = scratch.definitions;
     definitions.clear();
+    scratch.spans.clear();
     static const char* const kChildren[] = {"Definition", "Description"};
     for (Element c = e.FirstChild(); c; c = c.Next()) {
         const int child = c.NameIndex(kChildren, 2);
@@ -312,22 +363,32 @@ bool KGChartSymbolLibrary::Load(const PlixUnicodeString& path) {
     }
     for (int k = 0; k < 3; ++k) {
         d->kinds[k].records.reserve(counts[k]);
+        d->kinds[k].firstSpan.reserve(counts[k]);
+        d->kinds[k].spans.reserve(counts[k]);
         size_t slots = 2;
         while (slots < 2 * counts[k]) slots *= 2;
         d->kinds[k].slots.assign(slots, 0);
     }
-    Scratch scratch;
+    Scratch scratch{{}, {}, {}, d->commandText, {}};
     for (Element e = root.FirstChild(); e; e = e.Next()) {
         const int k = KindOf(e);
         if (k < 0) continue;
         Private::Kind& kind = d->kinds[k];
         KGChartSymbolRecord& record = kind.records.emplace_back();
         record.kind = static_cast<KGChartSymbolKind>(k);
+        const size_t textBefore = d->commandText.size();
         // The first record of a name is kept, as a look-up finds it.
         if (!ReadRecord(e, record, scratch) || !kind.IndexLast()) {
             kind.records.pop_back();
+            d->commandText.resize(textBefore);
             ++d->skipped;
+            continue;
         }
+        kind.firstSpan.push_back(static_cast<uint32_t>(kind.spans.size()));
+        kind.spans.insert(kind.spans.end(), scratch.spans.begin(), scratch.spans.end());
+    }
+    for (Private::Kind& kind : d->kinds) {
+        kind.decoded = std::make_unique<std::atomic<bool>[]>(kind.records.size());
     }
     return true;
 }
@@ -344,7 +405,8 @@ const KGChartSymbolRecord* KGChartSymbolLibrary::Find(KGChartSymbolKind kind,
                                                       const PlixUnicodeString& name) const {
     const int k = static_cast<int>(kind);
     if (k < 0 || k > 2) return nullptr;
-    return d->kinds[k].Find(name.Str());
+    const ptrdiff_t i = d->kinds[k].Find(name.Str());
+    return i < 0 ? nullptr : &d->Decoded(k, static_cast<size_t>(i));
 }
 
 PlixArray<PlixUnicodeString> KGChartSymbolLibrary::GetNames(KGChartSymbolKind kind) const {

@@ -4,10 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "ChartBase/KGChartColorTable.h"
 #include "TestSupport.h"
@@ -200,6 +204,72 @@ TEST(SymbolLibrary, UnreadableFilesBadDefinitionsAndUnknownCommands) {
                   commands),
               10);
     EXPECT_EQ(commands.GetSize(), 4);
+}
+
+// The commands of a record, as text, for comparing whole libraries.
+std::string Commands(const KGC::KGChartSymbolRecord& record) {
+    std::string text;
+    for (const auto& def : record.definitions) {
+        for (const auto& c : def.commands) {
+            text += std::to_string(static_cast<int>(c.op)) + ":" + std::to_string(c.letter) + ":" +
+                    std::to_string(c.value) + ":" + U8(c.name);
+            for (const auto& p : c.points)
+                text += ":" + std::to_string(p.col) + "," + std::to_string(p.row);
+            text += ";";
+        }
+    }
+    return text;
+}
+
+TEST(SymbolLibraryThreads, RecordsDecodedAtTheirFirstLookUpAgreeAcrossThreads) {
+    const std::string path = vltest::DefaultDataDir() + "Symbols/SymbolLibrary.xml";
+    const KGChartSymbolLibrary reference = Load(path);
+    std::vector<std::pair<KGChartSymbolKind, PLIX::PlixUnicodeString>> records;
+    std::vector<std::string> expected;
+    for (const auto kind : kKinds) {
+        for (const auto& name : reference.GetNames(kind)) {
+            records.emplace_back(kind, name);
+            expected.push_back(Commands(*reference.Find(kind, name)));
+        }
+    }
+    for (int round = 0; round < 3; ++round) {
+        const KGChartSymbolLibrary library = Load(path);
+        std::atomic<int> wrong{0};
+        std::vector<std::thread> threads;
+        for (size_t t = 0; t < 4; ++t) {
+            // Each thread from its own place, so that first look-ups meet.
+            threads.emplace_back([&, t] {
+                for (size_t k = 0; k < records.size(); ++k) {
+                    const size_t i = (k + t * records.size() / 4) % records.size();
+                    const auto* record = library.Find(records[i].first, records[i].second);
+                    if (record == nullptr || Commands(*record) != expected[i]) ++wrong;
+                }
+            });
+        }
+        for (auto& thread : threads) thread.join();
+        EXPECT_EQ(wrong.load(), 0) << "round " << round;
+    }
+}
+
+TEST(SymbolLibrary, SkippedRecordsDoNotShiftTheCommandsOfTheOthers) {
+    vltest::TempDir dir;
+    const auto symbol = [](const char* name, const char* pen, const char* more) {
+        return std::string(R"(<Symbol name=")") + name +
+               R"("><Definition type="vector" pivot="0,0" box="0,0,1,1"><Vector>SP)" + pen +
+               ";</Vector></Definition>" + more + "</Symbol>";
+    };
+    vltest::WriteFile(dir.File("s.xml"), "<SymbolLibrary>" + symbol("A", "A", "") +
+                                             symbol("B", "B", R"(<Definition type="raster"/>)") +
+                                             symbol("A", "D", "") + symbol("C", "C", "") +
+                                             "</SymbolLibrary>");
+    KGChartSymbolLibrary library = Load(dir.File("s.xml"));
+    EXPECT_EQ(library.GetSkippedCount(), 2);
+    std::string pens;
+    for (const char16_t* name : {u"A", u"B", u"C"}) {
+        const auto* record = library.Find(KGChartSymbolKind::Symbol, name);
+        pens += record ? char(record->definitions[0].commands[0].letter) : '-';
+    }
+    EXPECT_EQ(pens, "A-C");
 }
 
 TEST(SymbolLibrary, CheckNamesTheSymbolsTheDefaultLacks) {
