@@ -255,12 +255,13 @@ TEST(SymbolLibrary, SkippedRecordsDoNotShiftTheCommandsOfTheOthers) {
     vltest::TempDir dir;
     const auto symbol = [](const char* name, const char* pen, const char* more) {
         return std::string(R"(<Symbol name=")") + name +
-               R"("><Definition type="vector" pivot="0,0" box="0,0,1,1"><Vector>SP)" + pen +
+               R"("><Definition type="vector" pivot="0,0" box="0,0,1,1"><Other/><Vector>SP)" + pen +
                ";</Vector></Definition>" + more + "</Symbol>";
     };
-    vltest::WriteFile(dir.File("s.xml"), "<SymbolLibrary>" + symbol("A", "A", "") +
+    // Elements the library does not know are passed over, wherever they stand.
+    vltest::WriteFile(dir.File("s.xml"), "<SymbolLibrary><Note/>" + symbol("A", "A", "") +
                                              symbol("B", "B", R"(<Definition type="raster"/>)") +
-                                             symbol("A", "D", "") + symbol("C", "C", "") +
+                                             symbol("A", "D", "") + symbol("C", "C", "<Extra/>") +
                                              "</SymbolLibrary>");
     KGChartSymbolLibrary library = Load(dir.File("s.xml"));
     EXPECT_EQ(library.GetSkippedCount(), 2);
