@@ -145,24 +145,18 @@ void KGMarkupReader::Element::Attributes(const char* const* names, const char** 
                                          size_t count) const {
     for (size_t i = 0; i < count; ++i) values[i] = nullptr;
     size_t missing = count;
-    // Files written by the library hold the attributes in the order asked for: the next name
-    // in that order is tried first, and the others only when it is not the one.
-    size_t next = 0;
     for (pugi::xml_attribute a = Node(m_node).first_attribute(); missing > 0;
          a = a.next_attribute()) {
         const char* const name = a.name();
         // A parsed attribute always has a name; a missing one's is "", which ends the walk.
         if (*name == '\0') break;
-        size_t i = next;
-        if (i == count || values[i] != nullptr || !SameName(name, names[i])) {
-            for (i = 0; i < count && (values[i] != nullptr || !SameName(name, names[i])); ++i) {
+        // Only the first attribute of a name counts: a name already given is not looked at.
+        for (size_t i = 0; i < count; ++i) {
+            if (values[i] == nullptr && SameName(name, names[i])) {
+                values[i] = a.value();
+                --missing;
             }
-            if (i == count) continue;
         }
-        // Only the first attribute of a name counts.
-        values[i] = a.value();
-        next = i + 1;
-        --missing;
     }
     for (size_t i = 0; i < count; ++i) {
         if (values[i] == nullptr) values[i] = "";

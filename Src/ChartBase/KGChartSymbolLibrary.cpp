@@ -97,7 +97,6 @@ struct KGChartSymbolLibrary::Private {
                 const Span* span = kind.spans.data() + kind.firstSpan[i];
                 for (KGChartSymbolDefinition& def : kind.records[i].definitions.Items()) {
                     if (def.raster) break;
-                    def.commands.Items().clear();
                     symboltext::ReadCommands(
                         std::string_view(commandText).substr(span->offset, span->size),
                         def.commands);
